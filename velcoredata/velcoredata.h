@@ -1,0 +1,33 @@
+// libvelcoredata: every public header. Kept complete by the umbrella-header test.
+#pragma once
+
+// platform
+#include "velcoredata/platform/CoreThreadContext.h"
+#include "velcoredata/platform/Export.h"
+#include "velcoredata/platform/InitOnce.h"
+#include "velcoredata/platform/Locks.h"
+#include "velcoredata/platform/LogMessage.h"
+#include "velcoredata/platform/LogicException.h"
+#include "velcoredata/platform/Messages.h"
+#include "velcoredata/platform/RefCnt.h"
+#include "velcoredata/platform/TCType.h"
+#include "velcoredata/platform/TFormatString.h"
+#include "velcoredata/platform/THash.h"
+#include "velcoredata/platform/TSettings.h"
+#include "velcoredata/platform/TString.h"
+#include "velcoredata/platform/TSystem.h"
+#include "velcoredata/platform/VelmoraException.h"
+
+// core
+#include "velcoredata/core/EnumEncoding.h"
+#include "velcoredata/core/VelErrorsError.h"
+
+// datetime
+
+// locale
+
+// collation
+
+// names
+
+// util
