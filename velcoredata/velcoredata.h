@@ -16,15 +16,21 @@
 #include "velcoredata/platform/TSettings.h"
 #include "velcoredata/platform/TString.h"
 #include "velcoredata/platform/TSystem.h"
+#include "velcoredata/platform/VelICU.h"
 #include "velcoredata/platform/VelmoraException.h"
 
 // core
+#include "velcoredata/core/CoreDataOptions.h"
 #include "velcoredata/core/EnumEncoding.h"
 #include "velcoredata/core/VelErrorsError.h"
 
 // datetime
 
 // locale
+#include "velcoredata/locale/CoreICUUtils.h"
+#include "velcoredata/locale/LanguageCode.h"
+#include "velcoredata/locale/LanguageUtils.h"
+#include "velcoredata/locale/LocaleHelper.h"
 
 // collation
 
