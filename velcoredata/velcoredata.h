@@ -34,6 +34,8 @@
 #include "velcoredata/datetime/FiscalConversions.h"
 #include "velcoredata/datetime/GregorianDateOptions.h"
 #include "velcoredata/datetime/IDateOptions.h"
+#include "velcoredata/datetime/Interval.h"
+#include "velcoredata/datetime/Time.h"
 
 // locale
 #include "velcoredata/locale/CoreICUUtils.h"

@@ -15,6 +15,7 @@
 #include "velcoredata/datetime/FiscalConversions.h"
 #include "velcoredata/datetime/GregorianDateOptions.h"
 #include "velcoredata/datetime/internal/DayNumberMath.h"
+#include "velcoredata/datetime/internal/InvalidTime.h"
 #include "velcoredata/platform/LogMessage.h"
 #include "velcoredata/platform/LogicException.h"
 #include "velcoredata/platform/Messages.h"
@@ -36,10 +37,6 @@ constexpr uint64_t kSecond = dnm::kUnitsPerSecond;
 // The year LastISO8601Week (and FirstISO8601Week) assume when none is given:
 // one with 53 ISO weeks.
 constexpr int kDefaultISOYear = 2015;
-
-[[noreturn]] void ThrowInvalidTime(VelmoraError (*factory)(const TString&)) {
-  throw VelmoraException(factory(CoreData::GetString(CoreData::StringId::IDS_ERR_INVALID_TIME)));
-}
 
 // Time fields beyond their range move into the fraction (seconds), in this
 // order, so 25:00:00 is 23:00:00 plus 7,200 s.
