@@ -25,6 +25,17 @@
 #include "velcoredata/core/VelErrorsError.h"
 
 // datetime
+#include "velcoredata/datetime/CalendarTypeId.h"
+#include "velcoredata/datetime/DateTime.h"
+#include "velcoredata/datetime/DateTimeHierarchy.h"
+#include "velcoredata/datetime/DateTimeSpan.h"
+#include "velcoredata/datetime/DateTypes.h"
+#include "velcoredata/datetime/DayNumber.h"
+#include "velcoredata/datetime/FiscalConversions.h"
+#include "velcoredata/datetime/GregorianDateOptions.h"
+#include "velcoredata/datetime/IDateOptions.h"
+#include "velcoredata/datetime/Interval.h"
+#include "velcoredata/datetime/Time.h"
 
 // locale
 #include "velcoredata/locale/CoreICUUtils.h"
