@@ -53,12 +53,12 @@ void FeatureFlags::Clear() { m_enabled.clear(); }
 bool FeatureFlags::Contains(FeatureFlagId id) const { return m_enabled.count(id) != 0; }
 
 FeatureFlags& FeatureFlags::GetMutable() {
-  static const std::string kName = kThreadContextName;
-  if (auto* object = CoreThreadContext::Current().Get<std::shared_ptr<FeatureFlags>>(kName)) {
+  // Neither is ever destroyed: a thread-exit hook or another object's
+  // destructor may still test a flag while the process exits.
+  static const std::string& name = *new std::string(kThreadContextName);
+  if (auto* object = CoreThreadContext::Current().Get<std::shared_ptr<FeatureFlags>>(name)) {
     if (*object) return **object;
   }
-  // Never destroyed: a thread-exit hook or another object's destructor may
-  // still test a flag while the process exits.
   static InitOnceValue<FeatureFlags> processWide;
   return processWide.Get();
 }
