@@ -29,5 +29,12 @@
 // collation
 
 // names
+#include "velcoredata/names/QualifiedName.h"
+
+// strings
+#include "velcoredata/strings/StringUtils.h"
 
 // util
+#include "velcoredata/util/ColorObject.h"
+#include "velcoredata/util/ColorObjectParser.h"
+#include "velcoredata/util/VersionNumber.h"
