@@ -27,6 +27,15 @@ VelmoraError MakeParseError(MessageId id, const TString& text) {
   VEL_FAIL("messageId is one of the IDS_ERR_QN_* messages");
 }
 
+// A copy of `components` changed by `edit`: the shared payload itself is
+// immutable.
+template <class Edit>
+QualifiedName::Components Edited(const QualifiedName::Components& components, Edit edit) {
+  QualifiedName::Components copy = components;
+  edit(copy);
+  return copy;
+}
+
 const TString& EmptyText() {
   static const TString* const empty = new TString();
   return *empty;
@@ -210,48 +219,36 @@ const TString& QualifiedName::GetLeafValue() const noexcept {
 }
 
 QualifiedName& QualifiedName::PushValue(const TString& leaf) {
-  Components components = GetComponents();
-  components.push_back(leaf);
-  Assign(std::move(components));
+  Assign(Edited(GetComponents(), [&](Components& c) { c.push_back(leaf); }));
   return *this;
 }
 
 QualifiedName& QualifiedName::PopValue() {
   VEL_ASSERT(!IsEmpty());
-  Components components = GetComponents();
-  components.pop_back();
-  Assign(std::move(components));
+  Assign(Edited(GetComponents(), [](Components& c) { c.pop_back(); }));
   return *this;
 }
 
 QualifiedName& QualifiedName::PushRoot(const TString& root) {
-  Components components = GetComponents();
-  components.insert(components.begin(), root);
-  Assign(std::move(components));
+  Assign(Edited(GetComponents(), [&](Components& c) { c.insert(c.begin(), root); }));
   return *this;
 }
 
 QualifiedName& QualifiedName::PopRoot() {
   VEL_ASSERT(!IsEmpty());
-  Components components = GetComponents();
-  components.erase(components.begin());
-  Assign(std::move(components));
+  Assign(Edited(GetComponents(), [](Components& c) { c.erase(c.begin()); }));
   return *this;
 }
 
 QualifiedName& QualifiedName::ReplaceRoot(const TString& root) {
   if (IsEmpty()) return PushRoot(root);
-  Components components = GetComponents();
-  components.front() = root;
-  Assign(std::move(components));
+  Assign(Edited(GetComponents(), [&](Components& c) { c.front() = root; }));
   return *this;
 }
 
 QualifiedName& QualifiedName::ReplaceValue(const TString& leaf) {
   if (IsEmpty()) return PushValue(leaf);
-  Components components = GetComponents();
-  components.back() = leaf;
-  Assign(std::move(components));
+  Assign(Edited(GetComponents(), [&](Components& c) { c.back() = leaf; }));
   return *this;
 }
 
