@@ -225,9 +225,9 @@ ColorObject ColorObject::FullAlphaBlend(const ColorObject& background) const noe
 }
 
 namespace {
-// Perceived luminance, in single precision: the weights are the classic
-// television ones and sum to 1 only approximately in float, which the
-// threshold of ContrastingColor was chosen with.
+// Perceived luminance with the classic television weights, truncated. Kept
+// in single precision: that is the arithmetic the contrast threshold is set
+// for (mid grey 128, 128, 128 comes out at exactly 128 and takes black).
 int Luminance(uint8_t r, uint8_t g, uint8_t b) noexcept {
   const float l = 0.3f * static_cast<float>(r) + 0.59f * static_cast<float>(g) + 0.11f * static_cast<float>(b);
   return static_cast<int>(l);
