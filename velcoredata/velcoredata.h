@@ -25,12 +25,16 @@
 #include "velcoredata/core/VelErrorsError.h"
 
 // datetime
+#include "velcoredata/datetime/DateTimeParseOptions.h"
+#include "velcoredata/datetime/DateTimeParsingFormats.h"
 
 // locale
 #include "velcoredata/locale/CoreICUUtils.h"
+#include "velcoredata/locale/ICUUtils.h"
 #include "velcoredata/locale/LanguageCode.h"
 #include "velcoredata/locale/LanguageUtils.h"
 #include "velcoredata/locale/LocaleHelper.h"
+#include "velcoredata/locale/TLocale.h"
 
 // collation
 

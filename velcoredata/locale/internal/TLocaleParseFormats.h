@@ -1,0 +1,36 @@
+// The formats a TLocale tries when it parses text. Private to the locale code.
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "velcoredata/datetime/DateTimeParseOptions.h"
+#include "velcoredata/locale/TLocale.h"
+#include "velcoredata/platform/VelICU.h"
+
+struct TLocale::ParseFormats {
+  struct Candidate {
+    std::unique_ptr<VelICU::ICUSimpleDateFormat> format;
+    // The parts the pattern carries (Date, Time or both).
+    DateTimeParseOptions parts = DateTimeParseOptions::None;
+    // ISO 8601 week dates: read with weeks starting on Monday, week 1 being
+    // the first with four days.
+    bool isoWeeks = false;
+  };
+
+  // The locale's own patterns of the 24 ICU style pairs, full date-time
+  // first, with one-digit days, months and hours accepted.
+  std::vector<Candidate> localeStyles;
+  // The parsing-format table in Gregorian: every entry for the default ISO
+  // locale, the locale-neutral ones for the others.
+  std::vector<Candidate> table;
+  bool isDefaultISOLocale = false;
+
+  // The locale calendar's own week rules, restored after an ISO week date.
+  UCalendarDaysOfWeek firstDayOfWeek = UCAL_SUNDAY;
+  uint8_t minimalDaysInFirstWeek = 1;
+
+  // What the cached parse formatter was cloned from.
+  DateTimeParseOptions formatterParts = DateTimeParseOptions::None;
+  bool formatterIsoWeeks = false;
+};
