@@ -40,8 +40,8 @@ const ParsingFormat kFormats[] = {
     // dates, year first
     {u"yyyy-MM-dd", kNeutral},                      // 18: date
     {u"yyyyMMdd", kNeutral},                        // 19
-    {u"yyyy-MM", kNeutral},                         // 20
-    {u"yyyy-DDD", kNeutral},                        // 21: ordinal date
+    {u"yyyy-DDD", kNeutral},                        // 20: ordinal date (three digits: before year-month)
+    {u"yyyy-MM", kNeutral},                         // 21
     {u"yyyy/MM/dd HH:mm:ss", kNeutral},             // 22
     {u"yyyy/MM/dd HH:mm", kNeutral},                // 23
     {u"yyyy/MM/dd", kNeutral},                      // 24

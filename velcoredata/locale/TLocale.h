@@ -82,6 +82,7 @@ class VELCOREDATA_EXPORT TLocale {
   // Implementation types, defined inside the library.
   struct CachedDateFormat;
   struct ParseFormats;
+  struct ParseTraits;
 
   // Flags of GetSupportedLocales.
   enum SupportedLocalesFlags : uint32_t {
@@ -324,8 +325,7 @@ class VELCOREDATA_EXPORT TLocale {
   ParseFormats& GetParseFormats() const;
   // Makes the parse calendar if missing and, given a format that parsed,
   // caches a clone of it as the parse formatter.
-  void PopulateFormatterAndCalendar(const VelICU::ICUSimpleDateFormat* format, DateTimeParseOptions parts,
-                                    bool isoWeeks) const;
+  void PopulateFormatterAndCalendar(const VelICU::ICUSimpleDateFormat* format, const ParseTraits* traits) const;
 
   // Clones every cached format while holding this locale's read lock.
   DateFormatCache CloneICUDateFormatCache() const;

@@ -25,7 +25,7 @@ using Options = DateTimeParseOptions;
 // 1899-12-30 00:00, the day of a time without a date.
 constexpr unsigned long long kOLEEpochValue = 2086575552000000ull;
 constexpr unsigned long long kUnitsPerDay = 864000000ull;
-constexpr double kMillisecondsPerDay = 86400000.0;
+constexpr int kMaxDateTimeTextLength = 256;
 
 bool IsPatternLetter(char16_t c) noexcept { return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z'); }
 
@@ -50,15 +50,18 @@ void ForEachField(const TString& pattern, Visit&& visit) {
   }
 }
 
-Options PartsOf(const TString& pattern) {
-  static const TString dateLetters(u"GyYuUrQqMLlwWdDFgEecW");
+TLocale::ParseTraits TraitsOf(const TString& pattern) {
+  static const TString dateLetters(u"GyYuUrQqMLlwWdDFgEec");
   static const TString timeLetters(u"aBbhHkKmsSAjJC");
-  Options parts = Options::None;
+  static const TString zoneLetters(u"zZOvVXx");
+  TLocale::ParseTraits traits;
   ForEachField(pattern, [&](char16_t c, int, int) {
-    if (dateLetters.contains(c)) parts = parts | Options::Date;
-    if (timeLetters.contains(c)) parts = parts | Options::Time;
+    if (dateLetters.contains(c)) traits.parts = traits.parts | Options::Date;
+    if (timeLetters.contains(c)) traits.parts = traits.parts | Options::Time;
+    if (zoneLetters.contains(c)) traits.hasZone = true;
+    if (c == u'w') traits.isoWeeks = true;
   });
-  return parts;
+  return traits;
 }
 
 // In strict parsing ICU wants both digits of a two-letter day, month or hour
@@ -84,42 +87,63 @@ bool Allows(Options options, Options parts) noexcept {
   return parts != Options::None && (parts & options) == parts;
 }
 
-// The instant of the reference's date at 00:00, as ICU time.
-double ReferenceDate(unsigned long long reference) noexcept {
-  return LocaleInternal::ValueToUDate(reference / kUnitsPerDay * kUnitsPerDay);
+// The fields of the reference's date that a text may leave out, in the
+// parse calendar's own system.
+struct ReferenceFields {
+  int32_t era;
+  int32_t year;
+  int32_t month;
+  int32_t day;
+};
+
+bool ReadReferenceFields(VelICU::ICUCalendar& calendar, unsigned long long reference, ReferenceFields& fields) {
+  UErrorCode status = U_ZERO_ERROR;
+  calendar.setTime(LocaleInternal::ValueToUDate(reference / kUnitsPerDay * kUnitsPerDay), status);
+  fields.era = calendar.get(UCAL_ERA, status);
+  fields.year = calendar.get(UCAL_YEAR, status);
+  fields.month = calendar.get(UCAL_MONTH, status);
+  fields.day = calendar.get(UCAL_DATE, status);
+  return U_SUCCESS(status);
 }
 
 struct Attempt {
   const icu::UnicodeString& text;
-  double reference;
+  ReferenceFields reference;
   bool whole;  // the whole text must be consumed
 };
 
 // One parse of the text with one format, on the shared parse calendar.
-bool ParseWith(const VelICU::ICUSimpleDateFormat& format, bool isoWeeks, const Attempt& attempt,
+bool ParseWith(const VelICU::ICUSimpleDateFormat& format, const TLocale::ParseTraits& traits, const Attempt& attempt,
                const TLocale::ParseFormats& formats, VelICU::ICUCalendar& calendar, unsigned long long& value,
                int& consumed) {
-  calendar.setFirstDayOfWeek(isoWeeks ? UCAL_MONDAY : formats.firstDayOfWeek);
-  calendar.setMinimalDaysInFirstWeek(isoWeeks ? 4 : formats.minimalDaysInFirstWeek);
-  UErrorCode status = U_ZERO_ERROR;
-  calendar.setTime(attempt.reference, status);
-  if (U_FAILURE(status)) return false;
+  calendar.setFirstDayOfWeek(traits.isoWeeks ? UCAL_MONDAY : formats.firstDayOfWeek);
+  calendar.setMinimalDaysInFirstWeek(traits.isoWeeks ? 4 : formats.minimalDaysInFirstWeek);
+  // Only the reference's date fields are set, and set before the parse sets
+  // its own: ICU resolves a date from the most recently set fields, so a
+  // weekday after the date ("5. Januar 2020, Sonntag") cannot outvote it as it
+  // would against a calendar whose fields all come from one instant.
+  calendar.clear();
+  calendar.set(UCAL_ERA, attempt.reference.era);
+  calendar.set(UCAL_YEAR, attempt.reference.year);
+  calendar.set(UCAL_MONTH, attempt.reference.month);
+  calendar.set(UCAL_DATE, attempt.reference.day);
   icu::ParsePosition position(0);
   format.parse(attempt.text, calendar, position);
-  if (position.getErrorIndex() >= 0 || position.getIndex() <= 0) return false;
-  if (attempt.whole && position.getIndex() != attempt.text.length()) return false;
-  const double udate = calendar.getTime(status);
-  if (U_FAILURE(status) || !LocaleInternal::UDateToValue(udate, value)) return false;
+  bool ok = position.getErrorIndex() < 0 && position.getIndex() > 0 &&
+            (!attempt.whole || position.getIndex() == attempt.text.length());
+  UErrorCode status = U_ZERO_ERROR;
+  const double udate = ok ? calendar.getTime(status) : 0.0;
+  if (traits.hasZone) calendar.setTimeZone(*icu::TimeZone::getGMT());
+  if (!ok || U_FAILURE(status) || !LocaleInternal::UDateToValue(udate, value)) return false;
   consumed = position.getIndex();
   return true;
 }
 
 Candidate MakeCandidate(const TString& pattern, const VelICU::ICULocale& locale) {
   Candidate candidate;
-  candidate.parts = PartsOf(pattern);
-  candidate.isoWeeks = pattern.contains(u'w');
+  candidate.traits = TraitsOf(pattern);
   candidate.format = LocaleInternal::MakeDateFormat(RelaxForParsing(pattern), locale);
-  if (candidate.isoWeeks) {
+  if (candidate.traits.isoWeeks) {
     auto calendar = LocaleInternal::MakeCalendar(locale);
     calendar->setFirstDayOfWeek(UCAL_MONDAY);
     calendar->setMinimalDaysInFirstWeek(4);
@@ -185,7 +209,7 @@ bool IsValidValue(unsigned long long value) noexcept {
 TLocale::ParseFormats& TLocale::GetParseFormats() const {
   if (m_parseFormats) return *m_parseFormats;
   auto formats = std::make_unique<ParseFormats>();
-  PopulateFormatterAndCalendar(nullptr, Options::None, false);
+  PopulateFormatterAndCalendar(nullptr, nullptr);
   UErrorCode status = U_ZERO_ERROR;
   formats->firstDayOfWeek = m_parseCalendar->getFirstDayOfWeek(status);
   formats->minimalDaysInFirstWeek = m_parseCalendar->getMinimalDaysInFirstWeek();
@@ -219,14 +243,13 @@ TLocale::ParseFormats& TLocale::GetParseFormats() const {
   return *m_parseFormats;
 }
 
-void TLocale::PopulateFormatterAndCalendar(const VelICU::ICUSimpleDateFormat* format, DateTimeParseOptions parts,
-                                           bool isoWeeks) const {
+void TLocale::PopulateFormatterAndCalendar(const VelICU::ICUSimpleDateFormat* format,
+                                           const ParseTraits* traits) const {
   if (!m_parseCalendar) m_parseCalendar = LocaleInternal::MakeCalendar(*m_icuLocale);
   if (format == nullptr) return;
   m_parseFormatter.reset(format->clone());
   VEL_ASSERT(m_parseFormatter != nullptr);
-  m_parseFormats->formatterParts = parts;
-  m_parseFormats->formatterIsoWeeks = isoWeeks;
+  m_parseFormats->formatterTraits = *traits;
 }
 
 bool TLocale::ParseText(const char16_t* begin, const char16_t* end, unsigned long long reference,
@@ -234,21 +257,24 @@ bool TLocale::ParseText(const char16_t* begin, const char16_t* end, unsigned lon
   if (stop) *stop = begin;
   int skipped = 0;
   const TString text = PrepareText(begin, end, skipped);
-  if (text.isEmpty()) return false;
+  // Nothing longer is a date: the longest default patterns with month and
+  // day names and a zone name stay far below this.
+  if (text.isEmpty() || text.size() > kMaxDateTimeTextLength) return false;
   options = NormalizeDateTimeParseOptions(options);
   const icu::UnicodeString utext = VelICU::ToUnicodeStringAlias(text);
-  const Attempt attempt{utext, ReferenceDate(reference), stop == nullptr};
 
   AutoSynchronize parsing(m_parseMutex);
   ++m_parseAttempts;
   ParseFormats& formats = GetParseFormats();
+  Attempt attempt{utext, {}, stop == nullptr};
+  if (!ReadReferenceFields(*m_parseCalendar, reference, attempt.reference)) return false;
   unsigned long long parsed = 0;
   int consumed = 0;
 
   if (attempt.whole) {
     if (m_parseFormatter) {
-      if (Allows(options, formats.formatterParts) &&
-          ParseWith(*m_parseFormatter, formats.formatterIsoWeeks, attempt, formats, *m_parseCalendar, parsed,
+      if (Allows(options, formats.formatterTraits.parts) &&
+          ParseWith(*m_parseFormatter, formats.formatterTraits, attempt, formats, *m_parseCalendar, parsed,
                     consumed)) {
         m_parseFormatterFailed = 0;
         value = parsed;
@@ -268,12 +294,12 @@ bool TLocale::ParseText(const char16_t* begin, const char16_t* end, unsigned lon
   unsigned long long best = 0;
   for (const std::vector<Candidate>* list : lists) {
     for (const Candidate& candidate : *list) {
-      if (!Allows(options, candidate.parts)) continue;
-      if (!ParseWith(*candidate.format, candidate.isoWeeks, attempt, formats, *m_parseCalendar, parsed, consumed)) {
+      if (!Allows(options, candidate.traits.parts)) continue;
+      if (!ParseWith(*candidate.format, candidate.traits, attempt, formats, *m_parseCalendar, parsed, consumed)) {
         continue;
       }
       if (attempt.whole) {
-        PopulateFormatterAndCalendar(candidate.format.get(), candidate.parts, candidate.isoWeeks);
+        PopulateFormatterAndCalendar(candidate.format.get(), &candidate.traits);
         m_parseFormatterFailed = 0;
         value = parsed;
         return true;

@@ -8,14 +8,22 @@
 #include "velcoredata/locale/TLocale.h"
 #include "velcoredata/platform/VelICU.h"
 
+// What a parse pattern carries and needs from the parse calendar.
+struct TLocale::ParseTraits {
+  // The parts the pattern carries (Date, Time or both).
+  DateTimeParseOptions parts = DateTimeParseOptions::None;
+  // ISO 8601 week dates: read with weeks starting on Monday, week 1 being the
+  // first with four days.
+  bool isoWeeks = false;
+  // The pattern reads a zone or offset, which ICU sets on the calendar: the
+  // calendar goes back to UTC afterwards.
+  bool hasZone = false;
+};
+
 struct TLocale::ParseFormats {
   struct Candidate {
     std::unique_ptr<VelICU::ICUSimpleDateFormat> format;
-    // The parts the pattern carries (Date, Time or both).
-    DateTimeParseOptions parts = DateTimeParseOptions::None;
-    // ISO 8601 week dates: read with weeks starting on Monday, week 1 being
-    // the first with four days.
-    bool isoWeeks = false;
+    ParseTraits traits;
   };
 
   // The locale's own patterns of the 24 ICU style pairs, full date-time
@@ -30,7 +38,6 @@ struct TLocale::ParseFormats {
   UCalendarDaysOfWeek firstDayOfWeek = UCAL_SUNDAY;
   uint8_t minimalDaysInFirstWeek = 1;
 
-  // What the cached parse formatter was cloned from.
-  DateTimeParseOptions formatterParts = DateTimeParseOptions::None;
-  bool formatterIsoWeeks = false;
+  // The traits of the candidate the cached parse formatter was cloned from.
+  ParseTraits formatterTraits;
 };
