@@ -122,6 +122,13 @@ TString BasePattern(Spec spec, uint32_t lcid) {
   return DatePattern(lcid, styles.date) + u" " + TimePattern(lcid, styles.time);
 }
 
+// Displays the year of a short date in full: "M/d/yy" would make 2020 and
+// 1920 look alike.
+TString WidenYear(TString pattern) {
+  if (pattern.contains(u"yy") && !pattern.contains(u"yyyy")) pattern.replace(u"yy", u"yyyy");
+  return pattern;
+}
+
 bool IsCJKLanguage(uint32_t lcid) {
   const std::string name = LanguageUtils::GetLocaleForLCID(lcid);
   const std::string language = name.substr(0, name.find_first_of("_@"));
@@ -202,11 +209,6 @@ void LogFormatStringFailure(const TString& text) { LogMessage(LogArea::Locale, L
 
 // ---- Construction ----
 
-struct TLocale::CachedDateFormat {
-  std::unique_ptr<VelICU::ICUSimpleDateFormat> format;
-  std::mutex use;  // held while the format formats, parses or is cloned
-};
-
 TLocale::TLocale(LanguageCode languageCode, std::unique_ptr<VelICU::ICULocale> icuLocale)
     : m_icuLocale(std::move(icuLocale)), m_languageCode(std::move(languageCode)) {
   m_dateFormats.max_load_factor(1.0f);
@@ -239,6 +241,7 @@ TLocale& TLocale::operator=(const TLocale& other) {
     m_icuLocale.swap(icuLocale);
     std::swap(m_languageCode, languageCode);
     m_dateFormats.swap(formats);
+    for (TString& pattern : m_defaultPatterns) pattern.clear();
   }
   // The parse state belongs to the old identity.
   AutoSynchronize parsing(m_parseMutex);
@@ -280,6 +283,32 @@ std::shared_ptr<TLocale::CachedDateFormat> TLocale::GetCachedDateFormat(const TS
   entry->format = LocaleInternal::MakeDateFormat(pattern, *m_icuLocale);
   m_dateFormats.emplace(pattern, entry);
   return entry;
+}
+
+TString TLocale::GetDefaultPattern(DateTimeParseOptions options) const {
+  const auto parts = static_cast<uint32_t>(NormalizeDateTimeParseOptions(options));  // 1, 2 or 3
+  TString& slot = m_defaultPatterns[parts - 1];
+  {
+    AutoReadLock read(m_lock);
+    if (!slot.isEmpty()) return slot;
+  }
+  const Spec spec = parts == 1 ? Spec::ShortDate : parts == 2 ? Spec::LongTime : Spec::ShortDateLongTime;
+  const ICUUtils::DateTimeStyles styles = ICUUtils::GetStylesOfSpec(spec);
+  TString pattern;
+  if (styles.date != VelICU::ICUDateFormat::kNone) {
+    std::unique_ptr<VelICU::ICUDateFormat> date(VelICU::ICUDateFormat::createDateInstance(styles.date, *m_icuLocale));
+    VEL_ASSERT(date != nullptr);
+    pattern = WidenYear(ICUUtils::GetPattern(*date));
+  }
+  if (styles.time != VelICU::ICUDateFormat::kNone) {
+    std::unique_ptr<VelICU::ICUDateFormat> time(VelICU::ICUDateFormat::createTimeInstance(styles.time, *m_icuLocale));
+    VEL_ASSERT(time != nullptr);
+    if (!pattern.isEmpty()) pattern += u" ";
+    pattern += ICUUtils::GetPattern(*time);
+  }
+  AutoWriteLock write(m_lock);
+  slot = pattern;
+  return slot;
 }
 
 const VelICU::ICUDateFormat& TLocale::GetICUDateFormat(const TString& pattern) const {
@@ -325,12 +354,9 @@ std::shared_ptr<const VelICU::ICUSimpleDateFormat> TLocale::GetCachedICUSimpleDa
 // ---- Default patterns ----
 
 TString TLocale::GetLocaleFormatAsICU(ICUUtils::DefaultDateTimeFormatSpec spec, uint32_t lcid) {
-  TString pattern = BasePattern(spec, lcid);
-  // Display the year in full: "M/d/yy" would make 2020 and 1920 look alike.
   // The specs with a short date are 2 and 4 (and the unknown ones, read as 4).
   const bool hasShortDate = ICUUtils::GetStylesOfSpec(spec).date == VelICU::ICUDateFormat::kShort;
-  if (hasShortDate && pattern.contains(u"yy") && !pattern.contains(u"yyyy")) pattern.replace(u"yy", u"yyyy");
-  return pattern;
+  return hasShortDate ? WidenYear(BasePattern(spec, lcid)) : BasePattern(spec, lcid);
 }
 
 TString TLocale::GetLocaleFormatAsWindows(ICUUtils::DefaultDateTimeFormatSpec spec, uint32_t lcid) {

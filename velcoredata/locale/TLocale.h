@@ -27,7 +27,10 @@
 #include <utility>
 #include <vector>
 
+#include "velcoredata/datetime/DateTime.h"
 #include "velcoredata/datetime/DateTimeParseOptions.h"
+#include "velcoredata/datetime/Interval.h"
+#include "velcoredata/datetime/Time.h"
 #include "velcoredata/locale/ICUUtils.h"
 #include "velcoredata/locale/LanguageCode.h"
 #include "velcoredata/platform/Export.h"
@@ -145,11 +148,34 @@ class VELCOREDATA_EXPORT TLocale {
   // The forms tried: first the format that last succeeded on this TLocale
   // (the cached parse formatter); then, for the default ISO locale (en_US),
   // the parsing-format table (LookupDateTimeParsingFormatString) followed by
-  // the locale's ICU patterns of every date and time style; for any other
+  // the locale's ICU patterns of every date and time style (each date-time
+  // pair also joined by a plain space, as Format writes it); for any other
   // locale its ICU patterns followed by the locale-neutral entries of the
   // table (ISO 8601 and other year-first forms); last, Qt's parser with the
   // locale's short and long formats. One-digit days, months and hours are
   // accepted where the pattern has two.
+
+  // Parses a text with one pattern (as given: two-letter fields want two
+  // digits) through the date-format cache. `options` must allow the parts the
+  // pattern carries.
+  bool ParseDateTime(const TString& text, const TString& pattern, DateTime& out, DateTimeParseOptions options) const;
+  // Every form, as described above.
+  bool ParseDateTimeTryAllFormats(const TString& text, DateTime& out,
+                                  DateTimeParseOptions options = DateTimeParseOptions::DateAndTime) const;
+  bool ParseDateTimeTryAllFormats(const TString& text, const DateTime& reference, DateTime& out,
+                                  DateTimeParseOptions options = DateTimeParseOptions::DateAndTime) const;
+  // A time of day alone (on 1899-12-30); the flag tells whether it parsed.
+  std::pair<bool, DateTime> ParseTimeTryAllFormats(const TString& text) const;
+  // The single steps of the search: the locale's ICU patterns of every style
+  // pair; the cached parse formatter alone; the parsing-format table (all of
+  // it for the default ISO locale, its neutral entries for the others); Qt's
+  // parser.
+  bool ParseInternationalDateTime(const TString& text, DateTimeParseOptions options, DateTime& out) const;
+  bool ParseDateTimeWithCachedFormatter(const TString& text, const DateTime& reference, DateTime& out) const;
+  bool ParseDateTimeUsingISODefaultDateTimeFormatStrings(const TString& text, const DateTime& reference,
+                                                         DateTime& out) const;
+  bool ParseDateTimeUsingNativeAPIs(const TString& text, const DateTime& reference, DateTime& out,
+                                    DateTimeParseOptions options = DateTimeParseOptions::DateAndTime) const;
 
   // Parses the text [begin, end). Without `stop` the whole text must be a
   // date-time. With `stop`, the longest date-time at the start of the text is
@@ -173,6 +199,25 @@ class VELCOREDATA_EXPORT TLocale {
   // success).
   uint32_t GetParseAttemptCount() const;
   bool HasParseFormatterFailed() const;
+
+  // ---- Formatting ----
+  //
+  // Through the cached ICU format of the pattern, in this locale's calendar
+  // system, reading the value's fields as they are (no zone; to the
+  // millisecond). An instant ICU's calendars cannot hold gives "".
+
+  TString Format(const DateTime& value, const TString& pattern) const;
+  // The locale's short date (Date), long time (Time) or both joined by a
+  // space (DateAndTime), with four-digit years.
+  TString Format(const DateTime& value, DateTimeParseOptions options) const;
+  // A time of day, as on 1899-12-30.
+  TString Format(const Time& value, const TString& pattern) const;
+  // An interval laid from 1899-12-30 00:00: "HH:mm:ss" writes the time part
+  // of a positive interval below one day.
+  TString Format(const Interval& value, const TString& pattern) const;
+
+  // The pattern Format(value, options) writes with.
+  TString GetDefaultPattern(DateTimeParseOptions options) const;
 
   // ---- Default patterns of a locale ----
 
@@ -317,10 +362,19 @@ class VELCOREDATA_EXPORT TLocale {
 
   TLocale(LanguageCode languageCode, std::unique_ptr<VelICU::ICULocale> icuLocale);
 
-  // The parse behind every public parsing entry point: `text` is trimmed,
-  // `reference` a valid raw value. Under m_parseMutex.
+  // The steps of the search, in the order they are tried (the table and the
+  // locale's patterns swap places for the default ISO locale).
+  static constexpr uint32_t kCachedFormatterStep = 1;
+  static constexpr uint32_t kLocaleStylesStep = 2;
+  static constexpr uint32_t kTableStep = 4;
+  static constexpr uint32_t kNativeStep = 8;
+  static constexpr uint32_t kAllSteps = 15;
+
+  // The parse behind every public parsing entry point. An invalid
+  // `reference` is read as 1899-12-30.
   bool ParseText(const char16_t* begin, const char16_t* end, unsigned long long reference,
-                 DateTimeParseOptions options, unsigned long long& value, const char16_t** stop) const;
+                 DateTimeParseOptions options, uint32_t steps, unsigned long long& value,
+                 const char16_t** stop) const;
   // Made on first need; under m_parseMutex.
   ParseFormats& GetParseFormats() const;
   // Makes the parse calendar if missing and, given a format that parsed,
@@ -344,4 +398,7 @@ class VELCOREDATA_EXPORT TLocale {
   mutable uint32_t m_parseFormatterFailed = 0;
   // The formats parsing tries, made on first need; under m_parseMutex.
   mutable std::unique_ptr<ParseFormats> m_parseFormats;
+  // The patterns of Format(value, options) by options (Date, Time, both),
+  // made on first need; under m_lock.
+  mutable TString m_defaultPatterns[3];
 };

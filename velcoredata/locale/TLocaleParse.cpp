@@ -17,6 +17,8 @@
 #include "velcoredata/platform/LogicException.h"
 #include "velcoredata/platform/TCType.h"
 
+#include <mutex>
+
 namespace {
 
 using Candidate = TLocale::ParseFormats::Candidate;
@@ -214,19 +216,32 @@ TLocale::ParseFormats& TLocale::GetParseFormats() const {
   formats->firstDayOfWeek = m_parseCalendar->getFirstDayOfWeek(status);
   formats->minimalDaysInFirstWeek = m_parseCalendar->getMinimalDaysInFirstWeek();
 
-  // The locale's patterns, by style pair: full date and time first.
+  // The locale's patterns, by style pair, full date and time first: ICU's
+  // own join of date and time ("dd.MM.yy, HH:mm") and the join with a space
+  // that Format writes and people type ("dd.MM.yy HH:mm").
   std::vector<TString> seen;
-  for (int k = 0; k < 24; ++k) {
-    const auto toICU = [](int style) {
-      return style == 0 ? VelICU::ICUDateFormat::kNone : static_cast<VelICU::ICUEStyle>(4 - style);
-    };
-    std::unique_ptr<VelICU::ICUDateFormat> style(
-        VelICU::ICUDateFormat::createDateTimeInstance(toICU(4 - k / 5), toICU(4 - k % 5), *m_icuLocale));
-    VEL_ASSERT(style != nullptr);
-    const TString pattern = ICUUtils::GetPattern(*style);
-    if (pattern.isEmpty() || std::find(seen.begin(), seen.end(), pattern) != seen.end()) continue;
+  const auto add = [&](const TString& pattern) {
+    if (pattern.isEmpty() || std::find(seen.begin(), seen.end(), pattern) != seen.end()) return;
     seen.push_back(pattern);
     formats->localeStyles.push_back(MakeCandidate(pattern, *m_icuLocale));
+  };
+  const auto patternOf = [&](VelICU::ICUEStyle date, VelICU::ICUEStyle time) {
+    std::unique_ptr<VelICU::ICUDateFormat> format(
+        VelICU::ICUDateFormat::createDateTimeInstance(date, time, *m_icuLocale));
+    VEL_ASSERT(format != nullptr);
+    return ICUUtils::GetPattern(*format);
+  };
+  const VelICU::ICUEStyle styles[] = {VelICU::ICUDateFormat::kFull, VelICU::ICUDateFormat::kLong,
+                                      VelICU::ICUDateFormat::kMedium, VelICU::ICUDateFormat::kShort,
+                                      VelICU::ICUDateFormat::kNone};
+  for (VelICU::ICUEStyle date : styles) {
+    for (VelICU::ICUEStyle time : styles) {
+      if (date == VelICU::ICUDateFormat::kNone && time == VelICU::ICUDateFormat::kNone) continue;
+      add(patternOf(date, time));
+      if (date != VelICU::ICUDateFormat::kNone && time != VelICU::ICUDateFormat::kNone) {
+        add(patternOf(date, VelICU::ICUDateFormat::kNone) + u" " + patternOf(VelICU::ICUDateFormat::kNone, time));
+      }
+    }
   }
 
   // The table reads Gregorian dates whatever the locale's calendar system:
@@ -253,14 +268,17 @@ void TLocale::PopulateFormatterAndCalendar(const VelICU::ICUSimpleDateFormat* fo
 }
 
 bool TLocale::ParseText(const char16_t* begin, const char16_t* end, unsigned long long reference,
-                        DateTimeParseOptions options, unsigned long long& value, const char16_t** stop) const {
+                        DateTimeParseOptions options, uint32_t steps, unsigned long long& value,
+                        const char16_t** stop) const {
   if (stop) *stop = begin;
+  if (begin == nullptr || end < begin) return false;
   int skipped = 0;
   const TString text = PrepareText(begin, end, skipped);
   // Nothing longer is a date: the longest default patterns with month and
   // day names and a zone name stay far below this.
   if (text.isEmpty() || text.size() > kMaxDateTimeTextLength) return false;
   options = NormalizeDateTimeParseOptions(options);
+  if (!IsValidValue(reference)) reference = kOLEEpochValue;
   const icu::UnicodeString utext = VelICU::ToUnicodeStringAlias(text);
 
   AutoSynchronize parsing(m_parseMutex);
@@ -271,7 +289,7 @@ bool TLocale::ParseText(const char16_t* begin, const char16_t* end, unsigned lon
   unsigned long long parsed = 0;
   int consumed = 0;
 
-  if (attempt.whole) {
+  if ((steps & kCachedFormatterStep) != 0 && attempt.whole) {
     if (m_parseFormatter) {
       if (Allows(options, formats.formatterTraits.parts) &&
           ParseWith(*m_parseFormatter, formats.formatterTraits, attempt, formats, *m_parseCalendar, parsed,
@@ -288,12 +306,17 @@ bool TLocale::ParseText(const char16_t* begin, const char16_t* end, unsigned lon
 
   // The default ISO locale reads its own table first, every other locale its
   // own patterns first.
-  const std::vector<Candidate>* lists[2] = {&formats.localeStyles, &formats.table};
+  struct List {
+    uint32_t step;
+    const std::vector<Candidate>* candidates;
+  };
+  List lists[2] = {{kLocaleStylesStep, &formats.localeStyles}, {kTableStep, &formats.table}};
   if (formats.isDefaultISOLocale) std::swap(lists[0], lists[1]);
   int longest = 0;
   unsigned long long best = 0;
-  for (const std::vector<Candidate>* list : lists) {
-    for (const Candidate& candidate : *list) {
+  for (const List& list : lists) {
+    if ((steps & list.step) == 0) continue;
+    for (const Candidate& candidate : *list.candidates) {
       if (!Allows(options, candidate.traits.parts)) continue;
       if (!ParseWith(*candidate.format, candidate.traits, attempt, formats, *m_parseCalendar, parsed, consumed)) {
         continue;
@@ -316,7 +339,7 @@ bool TLocale::ParseText(const char16_t* begin, const char16_t* end, unsigned lon
     value = best;
     return true;
   }
-  if (ParseWithQt(text, *m_icuLocale, reference, options, parsed)) {
+  if ((steps & kNativeStep) != 0 && ParseWithQt(text, *m_icuLocale, reference, options, parsed)) {
     value = parsed;
     return true;
   }
@@ -325,9 +348,8 @@ bool TLocale::ParseText(const char16_t* begin, const char16_t* end, unsigned lon
 
 bool TLocale::ParseDateTime(const char16_t* begin, const char16_t* end, unsigned long long* value,
                             DateTimeParseOptions options, const char16_t** stop) const {
-  if (begin == nullptr || end < begin) return false;
   unsigned long long parsed = 0;
-  if (!ParseText(begin, end, kOLEEpochValue, options, parsed, stop)) return false;
+  if (!ParseText(begin, end, kOLEEpochValue, options, kAllSteps, parsed, stop)) return false;
   *value = parsed;
   return true;
 }
@@ -343,11 +365,131 @@ bool TLocale::ParseDateTimeTryAllFormats(const char16_t* text, unsigned long lon
   const char16_t* end = text;
   while (*end != 0) ++end;
   unsigned long long parsed = 0;
-  if (!ParseText(text, end, IsValidValue(reference) ? reference : kOLEEpochValue, options, parsed, nullptr)) {
-    return false;
-  }
+  if (!ParseText(text, end, reference, options, kAllSteps, parsed, nullptr)) return false;
   *value = parsed;
   return true;
+}
+
+// ---- The DateTime forms and the single steps ----
+
+namespace {
+
+// Parses a TString through one step set into a DateTime.
+template <class Parse>
+bool IntoDateTime(DateTime& out, Parse&& parse) {
+  unsigned long long parsed = 0;
+  if (!parse(parsed)) return false;
+  out = DateTime(parsed);
+  return true;
+}
+
+}  // namespace
+
+bool TLocale::ParseDateTime(const TString& text, const TString& pattern, DateTime& out,
+                            DateTimeParseOptions options) const {
+  int skipped = 0;
+  const TString prepared = PrepareText(text.data(), text.data() + text.size(), skipped);
+  if (prepared.isEmpty() || prepared.size() > kMaxDateTimeTextLength) return false;
+  const std::shared_ptr<CachedDateFormat> entry = GetCachedDateFormat(pattern);
+  const icu::UnicodeString utext = VelICU::ToUnicodeStringAlias(prepared);
+  const ParseTraits traits = TraitsOf(pattern);
+  if (!Allows(NormalizeDateTimeParseOptions(options), traits.parts)) return false;
+
+  AutoSynchronize parsing(m_parseMutex);
+  ++m_parseAttempts;
+  const ParseFormats& formats = GetParseFormats();
+  Attempt attempt{utext, {}, true};
+  if (!ReadReferenceFields(*m_parseCalendar, kOLEEpochValue, attempt.reference)) return false;
+  unsigned long long parsed = 0;
+  int consumed = 0;
+  std::lock_guard<std::mutex> use(entry->use);
+  if (!ParseWith(*entry->format, traits, attempt, formats, *m_parseCalendar, parsed, consumed)) return false;
+  out = DateTime(parsed);
+  return true;
+}
+
+bool TLocale::ParseDateTimeTryAllFormats(const TString& text, DateTime& out, DateTimeParseOptions options) const {
+  return ParseDateTimeTryAllFormats(text, DateTime(), out, options);
+}
+
+bool TLocale::ParseDateTimeTryAllFormats(const TString& text, const DateTime& reference, DateTime& out,
+                                         DateTimeParseOptions options) const {
+  return IntoDateTime(out, [&](unsigned long long& parsed) {
+    return ParseText(text.data(), text.data() + text.size(), reference.GetRepresentation(), options, kAllSteps,
+                     parsed, nullptr);
+  });
+}
+
+std::pair<bool, DateTime> TLocale::ParseTimeTryAllFormats(const TString& text) const {
+  DateTime value;
+  const bool ok = ParseDateTimeTryAllFormats(text, DateTime(), value, DateTimeParseOptions::Time);
+  return {ok, value};
+}
+
+bool TLocale::ParseInternationalDateTime(const TString& text, DateTimeParseOptions options, DateTime& out) const {
+  return IntoDateTime(out, [&](unsigned long long& parsed) {
+    return ParseText(text.data(), text.data() + text.size(), kOLEEpochValue, options, kLocaleStylesStep, parsed,
+                     nullptr);
+  });
+}
+
+bool TLocale::ParseDateTimeWithCachedFormatter(const TString& text, const DateTime& reference, DateTime& out) const {
+  return IntoDateTime(out, [&](unsigned long long& parsed) {
+    return ParseText(text.data(), text.data() + text.size(), reference.GetRepresentation(),
+                     DateTimeParseOptions::DateAndTime, kCachedFormatterStep, parsed, nullptr);
+  });
+}
+
+bool TLocale::ParseDateTimeUsingISODefaultDateTimeFormatStrings(const TString& text, const DateTime& reference,
+                                                                DateTime& out) const {
+  return IntoDateTime(out, [&](unsigned long long& parsed) {
+    return ParseText(text.data(), text.data() + text.size(), reference.GetRepresentation(),
+                     DateTimeParseOptions::DateAndTime, kTableStep, parsed, nullptr);
+  });
+}
+
+bool TLocale::ParseDateTimeUsingNativeAPIs(const TString& text, const DateTime& reference, DateTime& out,
+                                           DateTimeParseOptions options) const {
+  return IntoDateTime(out, [&](unsigned long long& parsed) {
+    return ParseText(text.data(), text.data() + text.size(), reference.GetRepresentation(), options, kNativeStep,
+                     parsed, nullptr);
+  });
+}
+
+// ---- Formatting ----
+
+namespace {
+
+TString FormatUDate(const VelICU::ICUDateFormat& format, double udate) {
+  icu::UnicodeString out;
+  format.format(udate, out);
+  return VelICU::FromUnicodeString(out);
+}
+
+}  // namespace
+
+TString TLocale::Format(const DateTime& value, const TString& pattern) const {
+  const std::shared_ptr<CachedDateFormat> entry = GetCachedDateFormat(pattern);
+  std::lock_guard<std::mutex> use(entry->use);
+  return FormatUDate(*entry->format, LocaleInternal::ValueToUDate(value.GetRepresentation()));
+}
+
+TString TLocale::Format(const DateTime& value, DateTimeParseOptions options) const {
+  return Format(value, GetDefaultPattern(options));
+}
+
+TString TLocale::Format(const Time& value, const TString& pattern) const {
+  // A time of day lies on the day of no date, as a DateTime holding a time
+  // alone does; microseconds below the millisecond are dropped.
+  const unsigned long long units = value.GetRepresentation() / 100;
+  return Format(DateTime(kOLEEpochValue + units), pattern);
+}
+
+TString TLocale::Format(const Interval& value, const TString& pattern) const {
+  // Laid from 1899-12-30 00:00: "HH:mm:ss" writes the time part of a
+  // positive interval; a negative one reaches back into the previous days.
+  const long long units = value.GetTotalMicroseconds() / 100;
+  return Format(DateTime(kOLEEpochValue + static_cast<unsigned long long>(units)), pattern);
 }
 
 uint32_t TLocale::GetParseAttemptCount() const {

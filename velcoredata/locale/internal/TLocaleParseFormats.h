@@ -1,12 +1,19 @@
-// The formats a TLocale tries when it parses text. Private to the locale code.
+// The ICU formats a TLocale keeps: its date-format cache entries and the
+// formats it tries when it parses text. Private to the locale code.
 #pragma once
 
 #include <memory>
+#include <mutex>
 #include <vector>
 
 #include "velcoredata/datetime/DateTimeParseOptions.h"
 #include "velcoredata/locale/TLocale.h"
 #include "velcoredata/platform/VelICU.h"
+
+struct TLocale::CachedDateFormat {
+  std::unique_ptr<VelICU::ICUSimpleDateFormat> format;
+  std::mutex use;  // held while the format formats, parses or is cloned
+};
 
 // What a parse pattern carries and needs from the parse calendar.
 struct TLocale::ParseTraits {
@@ -26,8 +33,9 @@ struct TLocale::ParseFormats {
     ParseTraits traits;
   };
 
-  // The locale's own patterns of the 24 ICU style pairs, full date-time
-  // first, with one-digit days, months and hours accepted.
+  // The locale's own patterns of every ICU style pair, full date-time first,
+  // each pair also joined with a plain space; one-digit days, months and
+  // hours accepted.
   std::vector<Candidate> localeStyles;
   // The parsing-format table in Gregorian: every entry for the default ISO
   // locale, the locale-neutral ones for the others.
