@@ -253,6 +253,32 @@ TEST(TLocaleParseTest, TheFormatThatLastSucceededIsTriedFirst) {
   EXPECT_EQ(english.GetParseAttemptCount(), 5u);
 }
 
+TEST(TLocaleParseTest, TheSingleStepsReadOnlyTheirOwnForms) {
+  const TLocale german(0x407);
+  const DateTime reference(2021, 3, 4);
+  DateTime value;
+  EXPECT_FALSE(german.ParseDateTimeWithCachedFormatter(u"05.01.2020", reference, value));
+  EXPECT_TRUE(german.ParseDateTimeUsingISODefaultDateTimeFormatStrings(u"2020-01-05", reference, value));
+  EXPECT_EQ(value, DateTime(2020, 1, 5));
+  EXPECT_FALSE(german.ParseDateTimeUsingISODefaultDateTimeFormatStrings(u"05.01.2020", reference, value));
+  EXPECT_TRUE(german.ParseInternationalDateTime(u"05.01.2020", Options::DateAndTime, value));
+  EXPECT_EQ(value, DateTime(2020, 1, 5));
+  EXPECT_FALSE(german.ParseInternationalDateTime(u"2020-01-05", Options::DateAndTime, value));
+  // The last success is cached: the same form reads again, another does not.
+  EXPECT_TRUE(german.ParseDateTimeWithCachedFormatter(u"06.01.2020", reference, value));
+  EXPECT_EQ(value, DateTime(2020, 1, 6));
+  EXPECT_FALSE(german.ParseDateTimeWithCachedFormatter(u"2020-01-06", reference, value));
+  // The locale's Qt formats, translated to ICU.
+  EXPECT_TRUE(german.ParseDateTimeUsingNativeAPIs(u"Sonntag, 5. Januar 2020", reference, value));
+  EXPECT_EQ(value, DateTime(2020, 1, 5));
+  EXPECT_FALSE(german.ParseDateTimeUsingNativeAPIs(u"2020-01-05", reference, value));
+  // An explicit pattern is read as it stands.
+  EXPECT_TRUE(german.ParseDateTime(u"05/01/2020 13h", u"dd/MM/yyyy HH'h'", value, Options::DateAndTime));
+  EXPECT_EQ(value, DateTime(2020, 1, 5, 13, 0, 0));
+  EXPECT_FALSE(german.ParseDateTime(u"5/1/2020 13h", u"dd/MM/yyyy HH'h'", value, Options::DateAndTime));
+  EXPECT_FALSE(german.ParseDateTime(u"05/01/2020 13h", u"dd/MM/yyyy HH'h'", value, Options::Date));
+}
+
 TEST(TLocaleParseTest, ParsingFormatTableKeepsItsFixedEntries) {
   EXPECT_EQ(LookupDateTimeParsingFormatString(4), TString(u"yyyy-MM-dd HH:mm:ss.SSS"));
   EXPECT_EQ(LookupDateTimeParsingFormatString(10), TString(u"yyyy-MM-dd HH:mm:ss"));

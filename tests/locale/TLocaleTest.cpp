@@ -322,4 +322,18 @@ TEST(TLocaleTest, SupportedLocalesHaveLcidsOfTheirOwn) {
   EXPECT_NE(std::find(all.begin(), all.end(), 0x7u), all.end());
 }
 
+TEST(TLocaleTest, IcuUtilitiesTranslateWeekdaysAndFoldCase) {
+  const std::pair<SOWValue, UCalendarDaysOfWeek> days[] = {
+      {SOWValue::Sunday, UCAL_SUNDAY},     {SOWValue::Monday, UCAL_MONDAY}, {SOWValue::Tuesday, UCAL_TUESDAY},
+      {SOWValue::Wednesday, UCAL_WEDNESDAY}, {SOWValue::Thursday, UCAL_THURSDAY}, {SOWValue::Friday, UCAL_FRIDAY},
+      {SOWValue::Saturday, UCAL_SATURDAY}};
+  for (const auto& [sow, day] : days) {
+    EXPECT_EQ(CoreICUUtils::translateSOWValue(sow), day);
+    EXPECT_EQ(CoreICUUtils::translateUCalendarDaysOfWeek(day), sow);
+  }
+  EXPECT_THROW(CoreICUUtils::translateSOWValue(static_cast<SOWValue>(0)), VelmoraLogicException);
+  EXPECT_THROW(CoreICUUtils::translateUCalendarDaysOfWeek(static_cast<UCalendarDaysOfWeek>(8)), VelmoraLogicException);
+  EXPECT_EQ(ICUUtils::StrFoldCase(u"Stra\u00DFe MASSE"), TString(u"strasse masse"));
+}
+
 }  // namespace

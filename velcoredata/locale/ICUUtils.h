@@ -4,6 +4,7 @@
 
 #include <cstdint>
 
+#include "velcoredata/platform/CaseFolding.h"
 #include "velcoredata/platform/Export.h"
 #include "velcoredata/platform/TString.h"
 #include "velcoredata/platform/VelICU.h"
@@ -40,5 +41,8 @@ VELCOREDATA_EXPORT TString GetPattern(const VelICU::ICUDateFormat& format);
 
 // Replaces U+202F and U+00A0 by U+0020 in place.
 VELCOREDATA_EXPORT void NormalizeSpaces(TString& text) noexcept;
+
+// Full Unicode case folding (see FoldCase).
+inline TString StrFoldCase(const TString& text) { return FoldCase(text); }
 
 }  // namespace ICUUtils

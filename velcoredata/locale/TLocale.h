@@ -151,9 +151,10 @@ class VELCOREDATA_EXPORT TLocale {
   // the locale's ICU patterns of every date and time style (each date-time
   // pair also joined by a plain space, as Format writes it); for any other
   // locale its ICU patterns followed by the locale-neutral entries of the
-  // table (ISO 8601 and other year-first forms); last, Qt's parser with the
-  // locale's short and long formats. One-digit days, months and hours are
-  // accepted where the pattern has two.
+  // table (ISO 8601 and other year-first forms); last, the locale's Qt
+  // formats (short and long date, time and date-time) translated to ICU
+  // patterns. One-digit days, months and hours are accepted where the
+  // pattern has two.
 
   // Parses a text with one pattern (as given: two-letter fields want two
   // digits) through the date-format cache. `options` must allow the parts the
@@ -168,8 +169,8 @@ class VELCOREDATA_EXPORT TLocale {
   std::pair<bool, DateTime> ParseTimeTryAllFormats(const TString& text) const;
   // The single steps of the search: the locale's ICU patterns of every style
   // pair; the cached parse formatter alone; the parsing-format table (all of
-  // it for the default ISO locale, its neutral entries for the others); Qt's
-  // parser.
+  // it for the default ISO locale, its neutral entries for the others); the
+  // locale's Qt formats.
   bool ParseInternationalDateTime(const TString& text, DateTimeParseOptions options, DateTime& out) const;
   bool ParseDateTimeWithCachedFormatter(const TString& text, const DateTime& reference, DateTime& out) const;
   bool ParseDateTimeUsingISODefaultDateTimeFormatStrings(const TString& text, const DateTime& reference,

@@ -4,7 +4,6 @@
 // the parse calendar and the cached parse formatter are shared state of the
 // object and ICU formats are not safe for concurrent use.
 
-#include <QDateTime>
 #include <QLocale>
 
 #include <algorithm>
@@ -154,38 +153,18 @@ Candidate MakeCandidate(const TString& pattern, const VelICU::ICULocale& locale)
   return candidate;
 }
 
-// The Qt locale of an ICU locale (Qt does not read ICU keywords).
-QLocale QtLocaleOf(const VelICU::ICULocale& locale) {
-  return QLocale(QString::fromLatin1(locale.getBaseName()));
-}
-
-bool FromQt(const QDate& date, const QTime& time, unsigned long long& value) {
-  if (!date.isValid() || !time.isValid()) return false;
-  const double udate = static_cast<double>(QDateTime(date, time, Qt::UTC).toMSecsSinceEpoch());
-  return LocaleInternal::UDateToValue(udate, value);
-}
-
-// Qt's own parser with the locale's short and long formats: the last resort,
-// for texts in the forms Qt writes.
-bool ParseWithQt(const TString& text, const VelICU::ICULocale& icuLocale, unsigned long long reference,
-                 Options options, unsigned long long& value) {
-  const QLocale locale = QtLocaleOf(icuLocale);
-  const QString qtext = text.toQString();
-  for (const QLocale::FormatType type : {QLocale::ShortFormat, QLocale::LongFormat}) {
-    if (Allows(options, Options::DateAndTime)) {
-      const QDateTime dateTime = locale.toDateTime(qtext, type);
-      if (dateTime.isValid() && FromQt(dateTime.date(), dateTime.time(), value)) return true;
-    }
-    if (Allows(options, Options::Date) && FromQt(locale.toDate(qtext, type), QTime(0, 0), value)) return true;
-    if (Allows(options, Options::Time)) {
-      const QTime time = locale.toTime(qtext, type);
-      if (time.isValid()) {
-        value = reference / kUnitsPerDay * kUnitsPerDay + static_cast<unsigned long long>(time.msecsSinceStartOfDay()) * 10;
-        return true;
-      }
+// The locale's Qt formats (short and long date, time and date-time),
+// translated to ICU patterns: what Qt would read, parsed the way everything
+// else is (Qt's own parser reads date-times in the process's local time).
+std::vector<TString> QtPatternsOf(const VelICU::ICULocale& locale) {
+  const QLocale qt(QString::fromLatin1(locale.getBaseName()));
+  std::vector<TString> patterns;
+  for (const QLocale::FormatType type : {QLocale::LongFormat, QLocale::ShortFormat}) {
+    for (const QString& format : {qt.dateTimeFormat(type), qt.dateFormat(type), qt.timeFormat(type)}) {
+      patterns.push_back(TLocale::MorphQLocaleToICU(TString(format), false));
     }
   }
-  return false;
+  return patterns;
 }
 
 // The text between begin and end without the white space around it, with
@@ -254,6 +233,11 @@ TLocale::ParseFormats& TLocale::GetParseFormats() const {
     if (!formats->isDefaultISOLocale && !IsLocaleNeutralDateTimeParsingFormat(i)) continue;
     formats->table.push_back(MakeCandidate(LookupDateTimeParsingFormatString(i), gregorian));
   }
+  for (const TString& pattern : QtPatternsOf(*m_icuLocale)) {
+    if (std::find(seen.begin(), seen.end(), pattern) != seen.end()) continue;
+    seen.push_back(pattern);
+    formats->native.push_back(MakeCandidate(pattern, *m_icuLocale));
+  }
   m_parseFormats = std::move(formats);
   return *m_parseFormats;
 }
@@ -310,7 +294,9 @@ bool TLocale::ParseText(const char16_t* begin, const char16_t* end, unsigned lon
     uint32_t step;
     const std::vector<Candidate>* candidates;
   };
-  List lists[2] = {{kLocaleStylesStep, &formats.localeStyles}, {kTableStep, &formats.table}};
+  List lists[3] = {{kLocaleStylesStep, &formats.localeStyles},
+                   {kTableStep, &formats.table},
+                   {kNativeStep, &formats.native}};
   if (formats.isDefaultISOLocale) std::swap(lists[0], lists[1]);
   int longest = 0;
   unsigned long long best = 0;
@@ -337,10 +323,6 @@ bool TLocale::ParseText(const char16_t* begin, const char16_t* end, unsigned lon
     if (longest == 0) return false;
     *stop = begin + skipped + longest;
     value = best;
-    return true;
-  }
-  if ((steps & kNativeStep) != 0 && ParseWithQt(text, *m_icuLocale, reference, options, parsed)) {
-    value = parsed;
     return true;
   }
   return false;

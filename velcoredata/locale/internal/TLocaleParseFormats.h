@@ -41,6 +41,8 @@ struct TLocale::ParseFormats {
   // locale, the locale-neutral ones for the others.
   std::vector<Candidate> table;
   bool isDefaultISOLocale = false;
+  // The locale's Qt formats in ICU form, where they differ from the above.
+  std::vector<Candidate> native;
 
   // The locale calendar's own week rules, restored after an ISO week date.
   UCalendarDaysOfWeek firstDayOfWeek = UCAL_SUNDAY;
