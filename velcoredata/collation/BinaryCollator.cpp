@@ -17,13 +17,7 @@ int BinaryCollator::Compare(const char16_t* a, const char16_t* b) const {
 }
 
 int BinaryCollator::Compare(const char16_t* a, int lenA, const char16_t* b, int lenB) const {
-  a = Text(a);
-  b = Text(b);
-  const int common = std::min(lenA, lenB);
-  for (int i = 0; i < common; ++i) {
-    if (a[i] != b[i]) return a[i] < b[i] ? -1 : 1;
-  }
-  return lenA == lenB ? 0 : (lenA > lenB ? 1 : -1);
+  return CompareUnits(Text(a), lenA, Text(b), lenB);
 }
 
 int BinaryCollator::Search(const char16_t* text, const char16_t* pattern) const {

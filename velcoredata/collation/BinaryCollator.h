@@ -6,6 +6,9 @@
 // collator has no state, so one instance serves every thread.
 #pragma once
 
+#include <algorithm>
+#include <string>
+
 #include "velcoredata/collation/Collator.h"
 
 class VELCOREDATA_EXPORT BinaryCollator final : public Collator {
@@ -32,6 +35,16 @@ class VELCOREDATA_EXPORT BinaryCollator final : public Collator {
   void LTrim(std::vector<char16_t>& out, const char16_t* text) const override;
   void RTrim(std::vector<char16_t>& out, const char16_t* text) const override;
   void Trim(std::vector<char16_t>& out, const char16_t* text) const override;
+  // Compare without the virtual call (the collator has no state).
+  static int CompareUnits(const char16_t* a, int lenA, const char16_t* b, int lenB) noexcept {
+    const int common = std::min(lenA, lenB);
+    if (common > 0) {
+      const int order = std::char_traits<char16_t>::compare(a, b, static_cast<size_t>(common));
+      if (order != 0) return order < 0 ? -1 : 1;
+    }
+    return lenA == lenB ? 0 : (lenA > lenB ? 1 : -1);
+  }
+
   // THash32 of the text's UTF-16 bytes with seed 1.
   uint32_t Hash(const char16_t* text) const override;
   // True exactly when `other` is a BinaryCollator too.

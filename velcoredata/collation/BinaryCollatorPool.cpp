@@ -5,7 +5,8 @@
 CollatorPool::~CollatorPool() = default;
 
 BinaryCollatorPool::BinaryCollatorPool()
-    : m_name(CollationType::s_binary), m_language(u"binary"), m_localeString(u"BINARY") {}
+    : CollatorPool(Family::Binary),
+      m_name(CollationType::s_binary), m_language(u"binary"), m_localeString(u"BINARY") {}
 
 BinaryCollatorPool& BinaryCollatorPool::Singleton() {
   static BinaryCollatorPool* const pool = new BinaryCollatorPool();

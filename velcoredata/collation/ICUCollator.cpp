@@ -248,8 +248,7 @@ int ICUCollator::Compare(const char16_t* a, const char16_t* b) const {
 }
 
 int ICUCollator::Compare(const char16_t* a, int lenA, const char16_t* b, int lenB) const {
-  VEL_ASSERT(m_pUCollator);
-  return ucol_strcoll(m_pUCollator, Text(a), lenA, Text(b), lenB);
+  return CompareUnits(a, lenA, b, lenB);
 }
 
 int ICUCollator::GetSortKey(const char16_t* text, int length, uint8_t* buffer, int capacity) const {

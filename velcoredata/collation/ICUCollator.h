@@ -21,6 +21,7 @@
 
 #include "velcoredata/collation/Collator.h"
 #include "velcoredata/platform/Export.h"
+#include "velcoredata/platform/LogicException.h"
 #include "velcoredata/platform/TString.h"
 #include "velcoredata/platform/VelICU.h"
 
@@ -125,6 +126,12 @@ class VELCOREDATA_EXPORT ICUCollator final : public Collator {
 
   // The pool key's collator name.
   virtual const TString& GetName() const;
+
+  // Compare without the virtual call, for callers that know the collator.
+  int CompareUnits(const char16_t* a, int lenA, const char16_t* b, int lenB) const {
+    VEL_ASSERT(m_pUCollator);
+    return ucol_strcoll(m_pUCollator, a ? a : u"", lenA, b ? b : u"", lenB);
+  }
 
   // The ICU sort key of text[0, length) (length -1: null-terminated) written
   // to buffer; returns the key's full length in bytes, terminating 0

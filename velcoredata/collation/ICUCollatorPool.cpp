@@ -9,6 +9,7 @@
 
 #include "velcoredata/collation/internal/CollatorNameParts.h"
 #include "velcoredata/collation/internal/LeakCheckScope.h"
+#include "velcoredata/collation/internal/ThreadCollators.h"
 #include "velcoredata/locale/CoreICUUtils.h"
 #include "velcoredata/locale/LanguageUtils.h"
 #include "velcoredata/platform/CoreThreadContext.h"
@@ -44,25 +45,8 @@ Registry& GetRegistry() {
   });
 }
 
-// The per-thread fast path in front of each pool's map: a few slots from
-// pool serial to the thread's collator in that pool. The map stays the
-// owner; a slot only mirrors an entry of it and is cleared whenever the
-// thread's entries are dropped (FreeOnThread, also at thread exit). Serials
-// are never reused, so a slot of a pool that no longer exists never matches.
-// Plain data on purpose: the thread-exit hook clears it after other
-// thread_local objects of the thread may already be gone.
-struct CachedCollator {
-  uint64_t poolSerial;
-  Collator* collator;
-};
-constexpr size_t kCacheSlots = 8;
-thread_local CachedCollator t_collatorCache[kCacheSlots];
-
 std::atomic<uint64_t> g_nextPoolSerial{1};
 
-void ClearThreadCache() noexcept {
-  for (CachedCollator& slot : t_collatorCache) slot = CachedCollator{0, nullptr};
-}
 
 TString TitleCase(const TString& code) {
   return code.left(1).toUpper() + code.mid(1).toLower();
@@ -152,7 +136,8 @@ CollationSpec ICUCollatorPool::ParseName(const TString& name) {
 // --- pools --------------------------------------------------------------------
 
 ICUCollatorPool::ICUCollatorPool(Key key)
-    : m_key(std::move(key)),
+    : CollatorPool(Family::ICU),
+      m_key(std::move(key)),
       m_spec(ParseName(m_key.first)),
       m_serial(g_nextPoolSerial.fetch_add(1, std::memory_order_relaxed)) {
   auto first = std::make_shared<ICUCollator>(this, m_key, m_spec);
@@ -197,18 +182,20 @@ ICUCollatorPool::ICUCollatorPool(Key key)
 
 ICUCollatorPool::~ICUCollatorPool() = default;
 
+// Per-thread cache of each thread's collators, see ThreadCollators.h.
+constinit thread_local ThreadCollators::Slot ThreadCollators::t_slots[ThreadCollators::kSlots];
+
 Collator* ICUCollatorPool::AcquireCollator() {
-  const CachedCollator& slot = t_collatorCache[m_serial % kCacheSlots];
-  if (slot.poolSerial == m_serial) return slot.collator;
+  if (ICUCollator* cached = ThreadCollators::Find(m_serial)) return cached;
   return AcquireCollatorSlow();
 }
 
 Collator* ICUCollatorPool::AcquireCollatorSlow() {
   const uint64_t threadId = TSystem::ThreadID();
-  Collator* collator = nullptr;
+  ICUCollator* collator = nullptr;
   {
     CollatorMap::const_accessor found;
-    if (m_collators.find(found, threadId)) collator = found->second.get();
+    if (m_collators.find(found, threadId)) collator = static_cast<ICUCollator*>(found->second.get());
   }
   if (!collator) {
     auto created = std::make_shared<ICUCollator>(this, m_key, m_spec);
@@ -217,7 +204,7 @@ Collator* ICUCollatorPool::AcquireCollatorSlow() {
     m_collators.insert(slot, threadId);
     slot->second = std::move(created);
   }
-  t_collatorCache[m_serial % kCacheSlots] = CachedCollator{m_serial, collator};
+  ThreadCollators::Remember(m_serial, collator);
   return collator;
 }
 
@@ -268,7 +255,7 @@ ICUCollatorPool* ICUCollatorPool::Find(const Key& key) {
 size_t ICUCollatorPool::GetPoolCount() { return GetRegistry().size(); }
 
 void ICUCollatorPool::FreeOnThread() {
-  ClearThreadCache();
+  ThreadCollators::Clear();
   const uint64_t threadId = TSystem::ThreadID();
   for (auto& [key, pool] : GetRegistry()) {
     VEL_ASSERT(pool);

@@ -77,6 +77,8 @@ class VELCOREDATA_EXPORT ICUCollatorPool final : public CollatorPool {
   bool IsWindowsSpecific() const override;
 
   const Key& GetKey() const noexcept { return m_key; }
+  // Identifies the pool for the life of the process (never reused).
+  uint64_t GetSerial() const noexcept { return m_serial; }
   const CollationSpec& GetSpec() const noexcept { return m_spec; }
   // How many threads hold a collator of this pool, and whether the thread
   // with that TSystem::ThreadID does.
