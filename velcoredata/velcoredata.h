@@ -2,6 +2,7 @@
 #pragma once
 
 // platform
+#include "velcoredata/platform/CaseFolding.h"
 #include "velcoredata/platform/CoreThreadContext.h"
 #include "velcoredata/platform/Export.h"
 #include "velcoredata/platform/InitOnce.h"
@@ -25,6 +26,17 @@
 #include "velcoredata/core/VelErrorsError.h"
 
 // datetime
+#include "velcoredata/datetime/CalendarTypeId.h"
+#include "velcoredata/datetime/DateTime.h"
+#include "velcoredata/datetime/DateTimeHierarchy.h"
+#include "velcoredata/datetime/DateTimeSpan.h"
+#include "velcoredata/datetime/DateTypes.h"
+#include "velcoredata/datetime/DayNumber.h"
+#include "velcoredata/datetime/FiscalConversions.h"
+#include "velcoredata/datetime/GregorianDateOptions.h"
+#include "velcoredata/datetime/IDateOptions.h"
+#include "velcoredata/datetime/Interval.h"
+#include "velcoredata/datetime/Time.h"
 
 // locale
 #include "velcoredata/locale/CoreICUUtils.h"
@@ -48,5 +60,18 @@
 #include "velcoredata/collation/SourcedCollation.h"
 
 // names
+#include "velcoredata/names/QualifiedName.h"
+
+// strings
+#include "velcoredata/strings/StringUtils.h"
 
 // util
+#include "velcoredata/util/ColorObject.h"
+#include "velcoredata/util/ColorObjectParser.h"
+#include "velcoredata/util/FeatureFlagId.h"
+#include "velcoredata/util/FeatureFlags.h"
+#include "velcoredata/util/FeatureIdLookup.h"
+#include "velcoredata/util/FeatureInfo.h"
+#include "velcoredata/util/FeatureOverrides.h"
+#include "velcoredata/util/ScopedFeatureFlags.h"
+#include "velcoredata/util/VersionNumber.h"

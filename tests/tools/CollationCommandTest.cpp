@@ -2,11 +2,11 @@
 
 #include <gtest/gtest.h>
 
-#include "tools/VcdTestSupport.h"
+#include "tools/VcdRun.h"
 
 namespace {
 
-using VcdTestSupport::Vcd;
+VcdRun Vcd(const std::vector<std::string>& args) { return RunVcdCaptured(args); }
 
 TEST(CollationCommandTest, PrintsTheCanonicalNameAndWhatThePoolSays) {
   struct Case {

@@ -6,13 +6,22 @@
 
 #include <gtest/gtest.h>
 
-#include "tools/VcdTestSupport.h"
+#include "tools/VcdRun.h"
 #include "velcoredata/collation/Collation.h"
 
 namespace {
 
-using VcdTestSupport::Lines;
-using VcdTestSupport::Vcd;
+
+VcdRun Vcd(const std::vector<std::string>& args, const std::string& input = "") {
+  return RunVcdCaptured(args, input);
+}
+
+std::vector<std::string> Lines(const std::string& text) {
+  std::vector<std::string> lines;
+  std::istringstream in(text);
+  for (std::string line; std::getline(in, line);) lines.push_back(line);
+  return lines;
+}
 
 std::string Join(const std::vector<std::string>& lines) {
   std::string text;
