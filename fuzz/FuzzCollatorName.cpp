@@ -57,6 +57,9 @@ void Exercise(const TString& name) {
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   if (size > kMaxNameBytes) return 0;
-  Exercise(TString::fromUtf8(std::string(reinterpret_cast<const char*>(data), size)));
+  TString name = TString::fromUtf8(std::string(reinterpret_cast<const char*>(data), size));
+  // Names are C strings: a U+0000 ends one.
+  if (const int end = name.indexOf(u'\0'); end >= 0) name.truncate(end);
+  Exercise(name);
   return 0;
 }

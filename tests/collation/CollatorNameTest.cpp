@@ -107,6 +107,7 @@ TEST(CollatorNameTest, OptionsAppliedToANameReplaceWhatTheNameSaid) {
       {u"LEN_LDE", {0, 0, 0, 0}, u"LDE"},             // a later part with the same key wins
       {nullptr, {1, 0, 0, 0}, u"S2"},
       {nullptr, {0, 0, 0, 0}, u""},
+      {u"", {1, 0, 0, 0}, u"S2"},  // an empty name has no parts, like a null one
   };
   for (const Case& c : cases) {
     EXPECT_EQ(FromName(c.name, c.options), TString(c.expected))

@@ -23,7 +23,7 @@ namespace CollatorNameParts {
 
 std::vector<TString> Split(const char16_t* name) {
   std::vector<TString> parts;
-  if (!name) return parts;
+  if (!name || !*name) return parts;  // no name, no parts (not one empty part)
   const char16_t* start = name;
   for (const char16_t* p = name;; ++p) {
     if (*p == u'_' || *p == 0) {

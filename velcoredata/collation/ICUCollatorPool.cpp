@@ -183,7 +183,7 @@ ICUCollatorPool::ICUCollatorPool(Key key)
 ICUCollatorPool::~ICUCollatorPool() = default;
 
 // Per-thread cache of each thread's collators, see ThreadCollators.h.
-constinit thread_local ThreadCollators::Slot ThreadCollators::t_slots[ThreadCollators::kSlots];
+constinit thread_local ThreadCollators::Slot ThreadCollators::t_slots[ThreadCollators::kSlots] = {};
 
 Collator* ICUCollatorPool::AcquireCollator() {
   if (ICUCollator* cached = ThreadCollators::Find(m_serial)) return cached;

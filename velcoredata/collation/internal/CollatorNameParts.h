@@ -15,7 +15,7 @@ constexpr char16_t TC(char c) noexcept { return static_cast<char16_t>(static_cas
 namespace CollatorNameParts {
 
 // The parts of `name` between underscores, empty parts included; none for
-// a null name.
+// a null or empty name.
 std::vector<TString> Split(const char16_t* name);
 std::vector<TString> Split(const TString& name);
 TString Join(const std::vector<TString>& parts);
