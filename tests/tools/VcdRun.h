@@ -13,8 +13,9 @@ struct VcdRun {
   std::string err;
 };
 
-inline VcdRun RunVcdCaptured(const std::vector<std::string>& args) {
-  std::istringstream in;
+// `input` is what the command reads from standard input.
+inline VcdRun RunVcdCaptured(const std::vector<std::string>& args, const std::string& input = "") {
+  std::istringstream in(input);
   std::ostringstream out, err;
   vcd::CommandIo io{in, out, err};
   const int status = vcd::RunVcd(args, io);
