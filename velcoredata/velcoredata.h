@@ -26,8 +26,10 @@
 
 // datetime
 #include "velcoredata/datetime/CalendarTypeId.h"
+#include "velcoredata/datetime/DateArithmetic.h"
 #include "velcoredata/datetime/DateTime.h"
 #include "velcoredata/datetime/DateTimeHierarchy.h"
+#include "velcoredata/datetime/DateTimeRange.h"
 #include "velcoredata/datetime/DateTimeSpan.h"
 #include "velcoredata/datetime/DateTypes.h"
 #include "velcoredata/datetime/DayNumber.h"

@@ -156,6 +156,25 @@ DateTime FromQDateTimeFields(const QDateTime& qdt) {
 
 int StartOfWeek(const IDateOptions& options) { return static_cast<int>(options.GetStartOfWeek()); }
 
+// SetDateTime for every input: folding, the round trip and the failure.
+[[gnu::noinline]] bool SetDateTimeFields(DateTime& target, int year, int month, int day, int hour, int minute,
+                                         int second, double fraction) {
+  FoldOverflow(hour, minute, second, fraction);
+  // Years 100-399 are valid values but cannot be set here.
+  if (year >= 400) {
+    const uint64_t days =
+        uint64_t{dnm::DayNumberFromCivil(year, static_cast<int8_t>(month), static_cast<int8_t>(day))} * kDay;
+    const TimeOfDay tod = MakeTimeOfDay(hour, minute, second);
+    const uint64_t t = tod.negative ? days - tod.units : days + tod.units;
+    if (DateTimeRoundTrips(year, month, day, hour, minute, second, t, tod)) {
+      target = DateTime::FromValue(ComposeValue(days, tod, fraction));
+      return true;
+    }
+  }
+  LogInvalidDateTime(year, month, day, hour, minute, second, fraction);
+  ThrowInvalidTime(&VelErrorsError::AutoGen_0xDD90F63D);
+}
+
 }  // namespace
 
 // --- Construction and setting ----------------------------------------------
@@ -165,20 +184,21 @@ DateTime::DateTime(int year, int month, int day, int hour, int minute, int secon
 }
 
 bool DateTime::SetDateTime(int year, int month, int day, int hour, int minute, int second, double fraction) {
-  FoldOverflow(hour, minute, second, fraction);
-  // Years 100-399 are valid values but cannot be set here.
-  if (year >= 400) {
-    const uint64_t days =
-        uint64_t{dnm::DayNumberFromCivil(year, static_cast<int8_t>(month), static_cast<int8_t>(day))} * kDay;
-    const TimeOfDay tod = MakeTimeOfDay(hour, minute, second);
-    const uint64_t t = tod.negative ? days - tod.units : days + tod.units;
-    if (DateTimeRoundTrips(year, month, day, hour, minute, second, t, tod)) {
-      m_value = ComposeValue(days, tod, fraction);
-      return true;
-    }
+  // The common case first: fields of a real date-time from 400 to 9999 and
+  // a fraction in [0, 2^62) units need no folding and round-trip by
+  // construction, so the value is composed directly.
+  const double units = fraction * 10000.0 + 0.5;
+  if (static_cast<unsigned>(year - 400) <= 9599u && static_cast<unsigned>(month - 1) < 12u && day >= 1 &&
+      (day <= 28 || day <= DaysInMonth(year, month)) && static_cast<unsigned>(hour) < 24u && static_cast<unsigned>(minute) < 60u &&
+      static_cast<unsigned>(second) < 60u && units >= 0.0 && units < 4611686018427387904.0) {
+    const uint64_t days = dnm::DayNumberFromValidCivil(static_cast<uint32_t>(year), static_cast<uint32_t>(month),
+                                                       static_cast<uint32_t>(day));
+    const uint64_t seconds = static_cast<uint64_t>(hour) * 3600 + static_cast<uint64_t>(minute) * 60 +
+                             static_cast<uint64_t>(second);
+    m_value = days * kDay + seconds * kSecond + static_cast<uint64_t>(static_cast<int64_t>(units));  // truncates
+    return true;
   }
-  LogInvalidDateTime(year, month, day, hour, minute, second, fraction);
-  ThrowInvalidTime(&VelErrorsError::AutoGen_0xDD90F63D);
+  return SetDateTimeFields(*this, year, month, day, hour, minute, second, fraction);
 }
 
 bool DateTime::SetTime(int hour, int minute, int second, double fraction) {
@@ -236,14 +256,10 @@ void DateTime::Validate() const {
 
 // --- Parts -------------------------------------------------------------------
 
-DateTime::YearMonthDay DateTime::GetYearMonthDay() const noexcept {
-  const dnm::Civil c = dnm::CivilFromDayNumber(m_value / kDay);
+DateTime::YearMonthDay DateTime::YearMonthDayByFormula(unsigned long long day) noexcept {
+  const dnm::Civil c = dnm::FormulaCivil(day);
   return YearMonthDay(c.year, c.month, c.day);
 }
-
-int DateTime::GetYear() const noexcept { return dnm::CivilFromDayNumber(m_value / kDay).year; }
-int DateTime::GetMonth() const noexcept { return dnm::CivilFromDayNumber(m_value / kDay).month; }
-int DateTime::GetDay() const noexcept { return dnm::CivilFromDayNumber(m_value / kDay).day; }
 
 namespace {
 // A time field of the value read as signed: (|v| / unit) mod modulus, with
@@ -266,8 +282,6 @@ double DateTime::GetFraction() const noexcept {
 }
 
 int DateTime::GetMilliseconds() const noexcept { return static_cast<int>(std::trunc(GetFraction() * 1000.0)); }
-
-int DateTime::GetDayOfWeek() const noexcept { return dnm::WeekdayIndex(m_value / kDay) + 1; }
 
 int DateTime::GetISO8601DayOfWeek() const noexcept { return dnm::IsoWeekday(m_value / kDay); }
 

@@ -38,11 +38,11 @@ class TLocale;
 class VELCOREDATA_EXPORT DateTime {
  public:
   struct YearMonthDay {
-    YearMonthDay(int32_t y, int32_t m, int32_t d) noexcept : year(y), month(m), day(d) {}
+    constexpr YearMonthDay(int32_t y, int32_t m, int32_t d) noexcept : year(y), month(m), day(d) {}
     int32_t year;
     int32_t month;  // [1, 12]
     int32_t day;    // [1, 31]
-    friend bool operator==(const YearMonthDay& a, const YearMonthDay& b) noexcept {
+    friend constexpr bool operator==(const YearMonthDay& a, const YearMonthDay& b) noexcept {
       return a.year == b.year && a.month == b.month && a.day == b.day;
     }
   };
@@ -125,10 +125,37 @@ class VELCOREDATA_EXPORT DateTime {
 
   // --- Parts (recomputed from the value on every call) ---------------------
 
-  YearMonthDay GetYearMonthDay() const noexcept;
-  int GetYear() const noexcept;
-  int GetMonth() const noexcept;  // [1, 12]
-  int GetDay() const noexcept;    // [1, 31]
+  // The date of a day number of the valid range (days 1,757,584 to
+  // 5,373,483; outside it the result means nothing). Neri and Schneider's
+  // Euclidean-affine algorithm (2022) on the calendar that starts on
+  // 0000-03-01, which agrees there with the Julian-Day formula that defines
+  // the calendar except on day 1,830,691: the formula reads it as 0300-02-29
+  // (its century correction truncates toward zero before 0400-03-01), and so
+  // does this. Proven on every valid day by the tests.
+  static constexpr YearMonthDay YearMonthDayOfValidDay(uint32_t day) noexcept {
+    const uint32_t n = day - 1721119;                   // days since 0000-03-01
+    const uint32_t n1 = 4 * n + 3;
+    const uint32_t century = n1 / 146097;
+    const uint32_t n2 = n1 % 146097 / 4 * 4 + 3;
+    const uint64_t p2 = uint64_t{2939745} * n2;
+    const uint32_t yearOfCentury = static_cast<uint32_t>(p2 >> 32);
+    const uint32_t dayOfYear = static_cast<uint32_t>(p2) / 2939745 / 4;  // [0, 365], from 1 March
+    const uint32_t n3 = 2141 * dayOfYear + 197913;
+    const uint32_t januaryOrFebruary = dayOfYear >= 306;
+    if (day == 1830691) return YearMonthDay(300, 2, 29);
+    return YearMonthDay(static_cast<int32_t>(100 * century + yearOfCentury + januaryOrFebruary),
+                        static_cast<int32_t>(januaryOrFebruary ? (n3 >> 16) - 12 : n3 >> 16),  // [1, 12]
+                        static_cast<int32_t>((n3 & 0xFFFF) / 2141 + 1));                        // [1, 31]
+  }
+  // Inline: the calendar of the valid range is a few integer operations.
+  YearMonthDay GetYearMonthDay() const noexcept {
+    const unsigned long long day = m_value / s_scaling;
+    return day - kFirstValidDay <= kLastValidDay - kFirstValidDay ? YearMonthDayOfValidDay(static_cast<uint32_t>(day))
+                                                                   : YearMonthDayByFormula(day);
+  }
+  int GetYear() const noexcept { return GetYearMonthDay().year; }
+  int GetMonth() const noexcept { return GetYearMonthDay().month; }  // [1, 12]
+  int GetDay() const noexcept { return GetYearMonthDay().day; }      // [1, 31]
   // Time fields carry the sign of the value read as signed (always + for a
   // valid value).
   int GetHour() const noexcept;    // [0, 23]
@@ -136,7 +163,8 @@ class VELCOREDATA_EXPORT DateTime {
   int GetSecond() const noexcept;  // [0, 59]
   double GetFraction() const noexcept;  // seconds in [0, 1)
   int GetMilliseconds() const noexcept;  // [0, 999], truncated
-  int GetDayOfWeek() const noexcept;  // 1 = Sunday ... 7 = Saturday
+  // 1 = Sunday ... 7 = Saturday.
+  int GetDayOfWeek() const noexcept { return static_cast<int>((m_value / s_scaling + 2) % 7) + 1; }
   int GetISO8601DayOfWeek() const noexcept;  // 1 = Monday ... 7 = Sunday
   int GetDayOfYear() const noexcept;  // [1, 366]
   // Week 1 holds 1 January; weeks start on Sunday (or on `startOfWeek`,
@@ -277,6 +305,11 @@ class VELCOREDATA_EXPORT DateTime {
  private:
   static constexpr unsigned long long kMinValid = 1518552576000000ULL;  // 0100-01-01 00:00:00
   static constexpr unsigned long long kValidSpan = 3124137599990001ULL;  // up to 9999-12-31 23:59:59
+  static constexpr unsigned long long kFirstValidDay = 1757584;  // 0100-01-01
+  static constexpr unsigned long long kLastValidDay = 5373483;   // 9999-12-31
+
+  // The Julian-Day formula itself, for days outside the valid range.
+  static YearMonthDay YearMonthDayByFormula(unsigned long long day) noexcept;
 
   unsigned long long m_value;
 };

@@ -103,3 +103,23 @@ enum class DateComputationKind : int32_t {
   DatePart = 0,
   Truncation = 1,
 };
+
+// A period that dates are moved by, counted in, or truncated to.
+enum class DatePeriodType : int32_t {
+  Year = 0,
+  Quarter = 1,
+  Month = 2,
+  Week = 3,
+  Day = 4,
+  Hour = 5,
+  Minute = 6,
+  Second = 7,
+  ISOYear = 8,
+  ISOQuarter = 9,
+  ISOWeek = 10,
+};
+
+// Hour, minute and second.
+constexpr bool IsTimePeriod(DatePeriodType type) noexcept {
+  return type == DatePeriodType::Hour || type == DatePeriodType::Minute || type == DatePeriodType::Second;
+}
