@@ -2,6 +2,7 @@
 #pragma once
 
 // platform
+#include "velcoredata/platform/CaseFolding.h"
 #include "velcoredata/platform/CoreThreadContext.h"
 #include "velcoredata/platform/Export.h"
 #include "velcoredata/platform/InitOnce.h"
@@ -48,5 +49,18 @@
 // collation
 
 // names
+#include "velcoredata/names/QualifiedName.h"
+
+// strings
+#include "velcoredata/strings/StringUtils.h"
 
 // util
+#include "velcoredata/util/ColorObject.h"
+#include "velcoredata/util/ColorObjectParser.h"
+#include "velcoredata/util/FeatureFlagId.h"
+#include "velcoredata/util/FeatureFlags.h"
+#include "velcoredata/util/FeatureIdLookup.h"
+#include "velcoredata/util/FeatureInfo.h"
+#include "velcoredata/util/FeatureOverrides.h"
+#include "velcoredata/util/ScopedFeatureFlags.h"
+#include "velcoredata/util/VersionNumber.h"

@@ -1,0 +1,22 @@
+// Runs vcd in-process and captures its exit status and output streams.
+#pragma once
+
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "Command.h"
+
+struct VcdRun {
+  int status;
+  std::string out;
+  std::string err;
+};
+
+inline VcdRun RunVcdCaptured(const std::vector<std::string>& args) {
+  std::istringstream in;
+  std::ostringstream out, err;
+  vcd::CommandIo io{in, out, err};
+  const int status = vcd::RunVcd(args, io);
+  return {status, out.str(), err.str()};
+}
