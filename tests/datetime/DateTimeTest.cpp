@@ -224,18 +224,6 @@ TEST(DateTimeTest, PartsOfKnownDates) {
   EXPECT_FALSE(D(1899, 12, 30, 12, 0, 0).HasDate());
 }
 
-TEST(DateTimeTest, TimeFieldsOfAValueReadAsNegativeCarryItsSign) {
-  // 2^63 + one hour, read as signed, is negative.
-  const unsigned long long raw = (1ULL << 63) + 36000000ULL;
-  const DateTime dt = DateTime::FromValue(raw);
-  const unsigned long long magnitude = 0 - raw;
-  EXPECT_EQ(dt.GetHour(), -static_cast<int>(magnitude / 36000000 % 24));
-  EXPECT_EQ(dt.GetMinute(), -static_cast<int>(magnitude / 600000 % 60));
-  EXPECT_EQ(dt.GetSecond(), -static_cast<int>(magnitude / 10000 % 60));
-  EXPECT_LE(dt.GetHour(), 0);
-  EXPECT_DOUBLE_EQ(dt.GetFraction(), -static_cast<double>(magnitude % 10000) / 10000.0);
-}
-
 // Week numbers with any start of week against a count of week starts: week 1
 // holds 1 January, and each start-of-week day after it opens a new week.
 TEST(DateTimeTest, WeekNumbersCountWeekStartsSinceJanuary1) {
