@@ -31,6 +31,8 @@
 #include "velcoredata/datetime/DateOptionsUtils.h"
 #include "velcoredata/datetime/DateTime.h"
 #include "velcoredata/datetime/DateTimeHierarchy.h"
+#include "velcoredata/datetime/DateTimeParseOptions.h"
+#include "velcoredata/datetime/DateTimeParsingFormats.h"
 #include "velcoredata/datetime/DateTimeRange.h"
 #include "velcoredata/datetime/DateTimeSpan.h"
 #include "velcoredata/datetime/DateTypes.h"
@@ -44,9 +46,11 @@
 
 // locale
 #include "velcoredata/locale/CoreICUUtils.h"
+#include "velcoredata/locale/ICUUtils.h"
 #include "velcoredata/locale/LanguageCode.h"
 #include "velcoredata/locale/LanguageUtils.h"
 #include "velcoredata/locale/LocaleHelper.h"
+#include "velcoredata/locale/TLocale.h"
 
 // collation
 
