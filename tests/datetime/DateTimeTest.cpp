@@ -130,6 +130,8 @@ TEST(DateTimeTest, FractionIsRoundedHalfUpAndNotRangeChecked) {
     EXPECT_EQ(static_cast<long long>(D(2020, 5, 5, 0, 0, 0, c.fraction).GetRepresentation() - midnight), c.units)
         << c.fraction;
   }
+  // NaN rounds to no units.
+  EXPECT_EQ(D(2020, 5, 5, 0, 0, 0, std::nan("")).GetRepresentation(), midnight);
   // A negative fraction makes the whole time of day count back from midnight.
   const DateTime negative = D(2020, 5, 5, 10, 0, 0, -0.5);
   EXPECT_EQ(static_cast<long long>(negative.GetRepresentation() - midnight), -(10LL * 36000000 + 4999));

@@ -82,22 +82,10 @@ uint64_t ComposeValue(uint64_t days, const TimeOfDay& tod, double fraction) {
   return (tod.negative || f < 0) ? days - time : days + time;
 }
 
-bool IsLeapYear(int year) { return (year % 4 == 0 && year % 100 != 0) || year % 400 == 0; }
-
-int DaysInMonth(int year, int month) {
-  static constexpr int kDays[12] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
-  return month == 2 && IsLeapYear(year) ? 29 : kDays[month - 1];
-}
-
 // Whether fields that SetDateTime has folded name a real date-time: they
-// must come back unchanged from the value they make.
-bool DateTimeRoundTrips(int year, int month, int day, int hour, int minute, int second, uint64_t t,
-                        const TimeOfDay& tod) {
-  // Years 400-9999 read the same on the formula's calendar and the
-  // Gregorian one, so a direct check replaces the decomposition there.
-  if (year <= 9999) {
-    return !tod.negative && month >= 1 && month <= 12 && day >= 1 && day <= DaysInMonth(year, month);
-  }
+// must come back unchanged from the value they make (so no 30 February, no
+// month 13, no negative field).
+bool DateTimeRoundTrips(int year, int month, int day, int hour, int minute, int second, uint64_t t) {
   const dnm::Civil c = dnm::CivilFromDayNumber(t / kDay);
   return TimeFieldsRoundTrip(t, hour, minute, second) && c.day == day && c.month == month && c.year == year;
 }
@@ -156,25 +144,6 @@ DateTime FromQDateTimeFields(const QDateTime& qdt) {
 
 int StartOfWeek(const IDateOptions& options) { return static_cast<int>(options.GetStartOfWeek()); }
 
-// SetDateTime for every input: folding, the round trip and the failure.
-[[gnu::noinline]] bool SetDateTimeFields(DateTime& target, int year, int month, int day, int hour, int minute,
-                                         int second, double fraction) {
-  FoldOverflow(hour, minute, second, fraction);
-  // Years 100-399 are valid values but cannot be set here.
-  if (year >= 400) {
-    const uint64_t days =
-        uint64_t{dnm::DayNumberFromCivil(year, static_cast<int8_t>(month), static_cast<int8_t>(day))} * kDay;
-    const TimeOfDay tod = MakeTimeOfDay(hour, minute, second);
-    const uint64_t t = tod.negative ? days - tod.units : days + tod.units;
-    if (DateTimeRoundTrips(year, month, day, hour, minute, second, t, tod)) {
-      target = DateTime::FromValue(ComposeValue(days, tod, fraction));
-      return true;
-    }
-  }
-  LogInvalidDateTime(year, month, day, hour, minute, second, fraction);
-  ThrowInvalidTime(&VelErrorsError::AutoGen_0xDD90F63D);
-}
-
 }  // namespace
 
 // --- Construction and setting ----------------------------------------------
@@ -183,22 +152,21 @@ DateTime::DateTime(int year, int month, int day, int hour, int minute, int secon
   SetDateTime(year, month, day, hour, minute, second, fraction);
 }
 
-bool DateTime::SetDateTime(int year, int month, int day, int hour, int minute, int second, double fraction) {
-  // The common case first: fields of a real date-time from 400 to 9999 and
-  // a fraction in [0, 2^62) units need no folding and round-trip by
-  // construction, so the value is composed directly.
-  const double units = fraction * 10000.0 + 0.5;
-  if (static_cast<unsigned>(year - 400) <= 9599u && static_cast<unsigned>(month - 1) < 12u && day >= 1 &&
-      (day <= 28 || day <= DaysInMonth(year, month)) && static_cast<unsigned>(hour) < 24u && static_cast<unsigned>(minute) < 60u &&
-      static_cast<unsigned>(second) < 60u && units >= 0.0 && units < 4611686018427387904.0) {
-    const uint64_t days = dnm::DayNumberFromValidCivil(static_cast<uint32_t>(year), static_cast<uint32_t>(month),
-                                                       static_cast<uint32_t>(day));
-    const uint64_t seconds = static_cast<uint64_t>(hour) * 3600 + static_cast<uint64_t>(minute) * 60 +
-                             static_cast<uint64_t>(second);
-    m_value = days * kDay + seconds * kSecond + static_cast<uint64_t>(static_cast<int64_t>(units));  // truncates
-    return true;
+bool DateTime::SetDateTimeChecked(int year, int month, int day, int hour, int minute, int second, double fraction) {
+  FoldOverflow(hour, minute, second, fraction);
+  // Years 100-399 are valid values but cannot be set here.
+  if (year >= 400) {
+    const uint64_t days =
+        uint64_t{dnm::DayNumberFromCivil(year, static_cast<int8_t>(month), static_cast<int8_t>(day))} * kDay;
+    const TimeOfDay tod = MakeTimeOfDay(hour, minute, second);
+    const uint64_t t = tod.negative ? days - tod.units : days + tod.units;
+    if (DateTimeRoundTrips(year, month, day, hour, minute, second, t)) {
+      m_value = ComposeValue(days, tod, fraction);
+      return true;
+    }
   }
-  return SetDateTimeFields(*this, year, month, day, hour, minute, second, fraction);
+  LogInvalidDateTime(year, month, day, hour, minute, second, fraction);
+  ThrowInvalidTime(&VelErrorsError::AutoGen_0xDD90F63D);
 }
 
 bool DateTime::SetTime(int hour, int minute, int second, double fraction) {

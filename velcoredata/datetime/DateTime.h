@@ -142,7 +142,23 @@ class VELCOREDATA_EXPORT DateTime {
   // is in seconds, rounded half up to whole units and not range-checked (1.5
   // adds 15,000 units); a negative fraction makes the whole time of day count
   // backwards from midnight.
-  bool SetDateTime(int year, int month, int day, int hour, int minute, int second, double fraction);
+  //
+  // Inline: fields of a real date-time from 400 to 9999 with a fraction in
+  // [0, 2^62) units need no folding and round-trip by construction, so their
+  // value is composed here; everything else goes to the full check.
+  bool SetDateTime(int year, int month, int day, int hour, int minute, int second, double fraction) {
+    const long long units = FractionUnits(fraction);
+    if (units >= 0 && IsPlainDateTime(year, month, day, hour, minute, second)) {
+      const unsigned long long seconds = static_cast<unsigned long long>(hour) * 3600 +
+                                         static_cast<unsigned long long>(minute) * 60 +
+                                         static_cast<unsigned long long>(second);
+      m_value = DayNumberOfPlainDate(static_cast<uint32_t>(year), static_cast<uint32_t>(month),
+                                     static_cast<uint32_t>(day)) * s_scaling +
+                seconds * 10000 + static_cast<unsigned long long>(units);
+      return true;
+    }
+    return SetDateTimeChecked(year, month, day, hour, minute, second, fraction);
+  }
   // Keeps the date, replaces the time of day (same folding and checks);
   // throws VelmoraException 0x87C06BF7, value unchanged.
   bool SetTime(int hour, int minute, int second, double fraction);
@@ -360,6 +376,48 @@ class VELCOREDATA_EXPORT DateTime {
 
   // The Julian-Day formula itself, for days outside the valid range.
   static YearMonthDay YearMonthDayByFormula(unsigned long long day) noexcept;
+
+  // SetDateTime for every input: folding, the round trip, the failure.
+  bool SetDateTimeChecked(int year, int month, int day, int hour, int minute, int second, double fraction);
+
+  // Fields of a real date-time of the years 400 to 9999.
+  static constexpr bool IsPlainDateTime(int year, int month, int day, int hour, int minute, int second) noexcept {
+    return static_cast<unsigned>(year - 400) <= 9599u && static_cast<unsigned>(month - 1) < 12u && day >= 1 &&
+           (day <= 28 || day <= DaysInMonth(year, month)) && static_cast<unsigned>(hour) < 24u &&
+           static_cast<unsigned>(minute) < 60u && static_cast<unsigned>(second) < 60u;
+  }
+  static constexpr int DaysInMonth(int year, int month) noexcept {  // month in [1, 12]
+    constexpr int8_t kDays[12] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
+    const bool leap = (year % 4 == 0 && year % 100 != 0) || year % 400 == 0;
+    return month == 2 && leap ? 29 : kDays[month - 1];
+  }
+  // The day number of a real date of the years 1 to 1,000,000: Neri and
+  // Schneider's rata die, counted from 0000-03-01, in 32-bit arithmetic. The
+  // formula's day numbers agree with it there.
+  static constexpr uint32_t DayNumberOfPlainDate(uint32_t year, uint32_t month, uint32_t day) noexcept {
+    const uint32_t janOrFeb = month <= 2;
+    const uint32_t y = year - janOrFeb;                  // March-based year
+    const uint32_t m = janOrFeb ? month + 12 : month;    // [3, 14]
+    const uint32_t century = y / 100;
+    return 1461 * y / 4 - century + century / 4 + (979 * m - 2919) / 32 + day - 1 + 1721119;
+  }
+  // trunc(fraction x 10,000 + 0.5), the fraction in whole units rounded half
+  // up, or -1 outside [0, 2^62) and for NaN. The product is kept rounded on
+  // its own, as the library computes it, even where a caller's build would
+  // fuse the multiply and the add (which can move a half-way case).
+  static long long FractionUnits(double fraction) noexcept {
+    double scaled = fraction * 10000.0;
+#if defined(__GNUC__) && (defined(__x86_64__) || defined(__i386__))
+    __asm__("" : "+x"(scaled));
+#elif defined(__GNUC__) && defined(__aarch64__)
+    __asm__("" : "+w"(scaled));
+#else
+    volatile double kept = scaled;
+    scaled = kept;
+#endif
+    const double rounded = scaled + 0.5;
+    return rounded >= 0.0 && rounded < 4611686018427387904.0 ? static_cast<long long>(rounded) : -1;
+  }
 
   unsigned long long m_value;
 };

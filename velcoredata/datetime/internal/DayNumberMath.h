@@ -101,17 +101,6 @@ inline uint32_t DayNumberFromCivil(long long year, int8_t month, int8_t day) {
   return static_cast<uint32_t>(n + kMarch1Year0);
 }
 
-// The same for a real calendar date of the years 1 to 1,000,000 (month
-// 1-12, day within its month), in 32-bit arithmetic: Neri-Schneider's
-// rata die, counted from 0000-03-01.
-inline uint32_t DayNumberFromValidCivil(uint32_t year, uint32_t month, uint32_t day) {
-  const uint32_t j = month <= 2;
-  const uint32_t y = year - j;             // March-based year
-  const uint32_t m = j ? month + 12 : month;  // [3, 14]
-  const uint32_t c = y / 100;
-  return 1461 * y / 4 - c + c / 4 + (979 * m - 2919) / 32 + day - 1 + kMarch1Year0;
-}
-
 // Day number -> civil date with the formula's answers (the valid range
 // through DateTime's fast path).
 inline Civil CivilFromDayNumber(uint64_t dayNumber) {
