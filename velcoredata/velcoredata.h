@@ -27,16 +27,20 @@
 
 // datetime
 #include "velcoredata/datetime/CalendarTypeId.h"
+#include "velcoredata/datetime/DateArithmetic.h"
+#include "velcoredata/datetime/DateOptionsUtils.h"
 #include "velcoredata/datetime/DateTime.h"
 #include "velcoredata/datetime/DateTimeHierarchy.h"
 #include "velcoredata/datetime/DateTimeParseOptions.h"
 #include "velcoredata/datetime/DateTimeParsingFormats.h"
+#include "velcoredata/datetime/DateTimeRange.h"
 #include "velcoredata/datetime/DateTimeSpan.h"
 #include "velcoredata/datetime/DateTypes.h"
 #include "velcoredata/datetime/DayNumber.h"
 #include "velcoredata/datetime/FiscalConversions.h"
 #include "velcoredata/datetime/GregorianDateOptions.h"
 #include "velcoredata/datetime/IDateOptions.h"
+#include "velcoredata/datetime/ISO8601DateOptions.h"
 #include "velcoredata/datetime/Interval.h"
 #include "velcoredata/datetime/Time.h"
 

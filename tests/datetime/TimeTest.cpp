@@ -73,6 +73,12 @@ TEST(TimeTest, Parts) {
   EXPECT_EQ(Time(0u, 0u, 59u, 1000000u).GetSecond(), 0u);
 }
 
+TEST(TimeTest, FormatWritesHoursMinutesAndSeconds) {
+  EXPECT_EQ(Time(13u, 45u, 30u, 999999u).Format(), TString(u"13:45:30"));
+  EXPECT_EQ(Time().Format(), TString(u"00:00:00"));
+  EXPECT_EQ(Time(9u, 5u, 7u, 0.5).Format(), TString(u"09:05:07"));
+}
+
 TEST(TimeTest, MovingByIntervalsWrapsAroundMidnight) {
   struct Case {
     unsigned startHour;

@@ -82,22 +82,10 @@ uint64_t ComposeValue(uint64_t days, const TimeOfDay& tod, double fraction) {
   return (tod.negative || f < 0) ? days - time : days + time;
 }
 
-bool IsLeapYear(int year) { return (year % 4 == 0 && year % 100 != 0) || year % 400 == 0; }
-
-int DaysInMonth(int year, int month) {
-  static constexpr int kDays[12] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
-  return month == 2 && IsLeapYear(year) ? 29 : kDays[month - 1];
-}
-
 // Whether fields that SetDateTime has folded name a real date-time: they
-// must come back unchanged from the value they make.
-bool DateTimeRoundTrips(int year, int month, int day, int hour, int minute, int second, uint64_t t,
-                        const TimeOfDay& tod) {
-  // Years 400-9999 read the same on the formula's calendar and the
-  // Gregorian one, so a direct check replaces the decomposition there.
-  if (year <= 9999) {
-    return !tod.negative && month >= 1 && month <= 12 && day >= 1 && day <= DaysInMonth(year, month);
-  }
+// must come back unchanged from the value they make (so no 30 February, no
+// month 13, no negative field).
+bool DateTimeRoundTrips(int year, int month, int day, int hour, int minute, int second, uint64_t t) {
   const dnm::Civil c = dnm::CivilFromDayNumber(t / kDay);
   return TimeFieldsRoundTrip(t, hour, minute, second) && c.day == day && c.month == month && c.year == year;
 }
@@ -164,7 +152,7 @@ DateTime::DateTime(int year, int month, int day, int hour, int minute, int secon
   SetDateTime(year, month, day, hour, minute, second, fraction);
 }
 
-bool DateTime::SetDateTime(int year, int month, int day, int hour, int minute, int second, double fraction) {
+bool DateTime::SetDateTimeChecked(int year, int month, int day, int hour, int minute, int second, double fraction) {
   FoldOverflow(hour, minute, second, fraction);
   // Years 100-399 are valid values but cannot be set here.
   if (year >= 400) {
@@ -172,7 +160,7 @@ bool DateTime::SetDateTime(int year, int month, int day, int hour, int minute, i
         uint64_t{dnm::DayNumberFromCivil(year, static_cast<int8_t>(month), static_cast<int8_t>(day))} * kDay;
     const TimeOfDay tod = MakeTimeOfDay(hour, minute, second);
     const uint64_t t = tod.negative ? days - tod.units : days + tod.units;
-    if (DateTimeRoundTrips(year, month, day, hour, minute, second, t, tod)) {
+    if (DateTimeRoundTrips(year, month, day, hour, minute, second, t)) {
       m_value = ComposeValue(days, tod, fraction);
       return true;
     }
@@ -236,14 +224,10 @@ void DateTime::Validate() const {
 
 // --- Parts -------------------------------------------------------------------
 
-DateTime::YearMonthDay DateTime::GetYearMonthDay() const noexcept {
-  const dnm::Civil c = dnm::CivilFromDayNumber(m_value / kDay);
+DateTime::YearMonthDay DateTime::YearMonthDayByFormula(unsigned long long day) noexcept {
+  const dnm::Civil c = dnm::FormulaCivil(day);
   return YearMonthDay(c.year, c.month, c.day);
 }
-
-int DateTime::GetYear() const noexcept { return dnm::CivilFromDayNumber(m_value / kDay).year; }
-int DateTime::GetMonth() const noexcept { return dnm::CivilFromDayNumber(m_value / kDay).month; }
-int DateTime::GetDay() const noexcept { return dnm::CivilFromDayNumber(m_value / kDay).day; }
 
 namespace {
 // A time field of the value read as signed: (|v| / unit) mod modulus, with
@@ -266,8 +250,6 @@ double DateTime::GetFraction() const noexcept {
 }
 
 int DateTime::GetMilliseconds() const noexcept { return static_cast<int>(std::trunc(GetFraction() * 1000.0)); }
-
-int DateTime::GetDayOfWeek() const noexcept { return dnm::WeekdayIndex(m_value / kDay) + 1; }
 
 int DateTime::GetISO8601DayOfWeek() const noexcept { return dnm::IsoWeekday(m_value / kDay); }
 

@@ -40,11 +40,11 @@ class TString;
 class VELCOREDATA_EXPORT DateTime {
  public:
   struct YearMonthDay {
-    YearMonthDay(int32_t y, int32_t m, int32_t d) noexcept : year(y), month(m), day(d) {}
+    constexpr YearMonthDay(int32_t y, int32_t m, int32_t d) noexcept : year(y), month(m), day(d) {}
     int32_t year;
     int32_t month;  // [1, 12]
     int32_t day;    // [1, 31]
-    friend bool operator==(const YearMonthDay& a, const YearMonthDay& b) noexcept {
+    friend constexpr bool operator==(const YearMonthDay& a, const YearMonthDay& b) noexcept {
       return a.year == b.year && a.month == b.month && a.day == b.day;
     }
   };
@@ -142,7 +142,23 @@ class VELCOREDATA_EXPORT DateTime {
   // is in seconds, rounded half up to whole units and not range-checked (1.5
   // adds 15,000 units); a negative fraction makes the whole time of day count
   // backwards from midnight.
-  bool SetDateTime(int year, int month, int day, int hour, int minute, int second, double fraction);
+  //
+  // Inline: fields of a real date-time from 400 to 9999 with a fraction in
+  // [0, 2^62) units need no folding and round-trip by construction, so their
+  // value is composed here; everything else goes to the full check.
+  bool SetDateTime(int year, int month, int day, int hour, int minute, int second, double fraction) {
+    const long long units = FractionUnits(fraction);
+    if (units >= 0 && IsPlainDateTime(year, month, day, hour, minute, second)) {
+      const unsigned long long seconds = static_cast<unsigned long long>(hour) * 3600 +
+                                         static_cast<unsigned long long>(minute) * 60 +
+                                         static_cast<unsigned long long>(second);
+      m_value = DayNumberOfPlainDate(static_cast<uint32_t>(year), static_cast<uint32_t>(month),
+                                     static_cast<uint32_t>(day)) * s_scaling +
+                seconds * 10000 + static_cast<unsigned long long>(units);
+      return true;
+    }
+    return SetDateTimeChecked(year, month, day, hour, minute, second, fraction);
+  }
   // Keeps the date, replaces the time of day (same folding and checks);
   // throws VelmoraException 0x87C06BF7, value unchanged.
   bool SetTime(int hour, int minute, int second, double fraction);
@@ -175,10 +191,37 @@ class VELCOREDATA_EXPORT DateTime {
 
   // --- Parts (recomputed from the value on every call) ---------------------
 
-  YearMonthDay GetYearMonthDay() const noexcept;
-  int GetYear() const noexcept;
-  int GetMonth() const noexcept;  // [1, 12]
-  int GetDay() const noexcept;    // [1, 31]
+  // The date of a day number of the valid range (days 1,757,584 to
+  // 5,373,483; outside it the result means nothing). Neri and Schneider's
+  // Euclidean-affine algorithm (2022) on the calendar that starts on
+  // 0000-03-01, which agrees there with the Julian-Day formula that defines
+  // the calendar except on day 1,830,691: the formula reads it as 0300-02-29
+  // (its century correction truncates toward zero before 0400-03-01), and so
+  // does this. Proven on every valid day by the tests.
+  static constexpr YearMonthDay YearMonthDayOfValidDay(uint32_t day) noexcept {
+    const uint32_t n = day - 1721119;                   // days since 0000-03-01
+    const uint32_t n1 = 4 * n + 3;
+    const uint32_t century = n1 / 146097;
+    const uint32_t n2 = n1 % 146097 / 4 * 4 + 3;
+    const uint64_t p2 = uint64_t{2939745} * n2;
+    const uint32_t yearOfCentury = static_cast<uint32_t>(p2 >> 32);
+    const uint32_t dayOfYear = static_cast<uint32_t>(p2) / 2939745 / 4;  // [0, 365], from 1 March
+    const uint32_t n3 = 2141 * dayOfYear + 197913;
+    const uint32_t januaryOrFebruary = dayOfYear >= 306;
+    if (day == 1830691) return YearMonthDay(300, 2, 29);
+    return YearMonthDay(static_cast<int32_t>(100 * century + yearOfCentury + januaryOrFebruary),
+                        static_cast<int32_t>(januaryOrFebruary ? (n3 >> 16) - 12 : n3 >> 16),  // [1, 12]
+                        static_cast<int32_t>((n3 & 0xFFFF) / 2141 + 1));                        // [1, 31]
+  }
+  // Inline: the calendar of the valid range is a few integer operations.
+  YearMonthDay GetYearMonthDay() const noexcept {
+    const unsigned long long day = m_value / s_scaling;
+    return day - kFirstValidDay <= kLastValidDay - kFirstValidDay ? YearMonthDayOfValidDay(static_cast<uint32_t>(day))
+                                                                   : YearMonthDayByFormula(day);
+  }
+  int GetYear() const noexcept { return GetYearMonthDay().year; }
+  int GetMonth() const noexcept { return GetYearMonthDay().month; }  // [1, 12]
+  int GetDay() const noexcept { return GetYearMonthDay().day; }      // [1, 31]
   // Time fields carry the sign of the value read as signed (always + for a
   // valid value).
   int GetHour() const noexcept;    // [0, 23]
@@ -186,7 +229,8 @@ class VELCOREDATA_EXPORT DateTime {
   int GetSecond() const noexcept;  // [0, 59]
   double GetFraction() const noexcept;  // seconds in [0, 1)
   int GetMilliseconds() const noexcept;  // [0, 999], truncated
-  int GetDayOfWeek() const noexcept;  // 1 = Sunday ... 7 = Saturday
+  // 1 = Sunday ... 7 = Saturday.
+  int GetDayOfWeek() const noexcept { return static_cast<int>((m_value / s_scaling + 2) % 7) + 1; }
   int GetISO8601DayOfWeek() const noexcept;  // 1 = Monday ... 7 = Sunday
   int GetDayOfYear() const noexcept;  // [1, 366]
   // Week 1 holds 1 January; weeks start on Sunday (or on `startOfWeek`,
@@ -327,6 +371,53 @@ class VELCOREDATA_EXPORT DateTime {
  private:
   static constexpr unsigned long long kMinValid = 1518552576000000ULL;  // 0100-01-01 00:00:00
   static constexpr unsigned long long kValidSpan = 3124137599990001ULL;  // up to 9999-12-31 23:59:59
+  static constexpr unsigned long long kFirstValidDay = 1757584;  // 0100-01-01
+  static constexpr unsigned long long kLastValidDay = 5373483;   // 9999-12-31
+
+  // The Julian-Day formula itself, for days outside the valid range.
+  static YearMonthDay YearMonthDayByFormula(unsigned long long day) noexcept;
+
+  // SetDateTime for every input: folding, the round trip, the failure.
+  bool SetDateTimeChecked(int year, int month, int day, int hour, int minute, int second, double fraction);
+
+  // Fields of a real date-time of the years 400 to 9999.
+  static constexpr bool IsPlainDateTime(int year, int month, int day, int hour, int minute, int second) noexcept {
+    return static_cast<unsigned>(year - 400) <= 9599u && static_cast<unsigned>(month - 1) < 12u && day >= 1 &&
+           (day <= 28 || day <= DaysInMonth(year, month)) && static_cast<unsigned>(hour) < 24u &&
+           static_cast<unsigned>(minute) < 60u && static_cast<unsigned>(second) < 60u;
+  }
+  static constexpr int DaysInMonth(int year, int month) noexcept {  // month in [1, 12]
+    constexpr int8_t kDays[12] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
+    const bool leap = (year % 4 == 0 && year % 100 != 0) || year % 400 == 0;
+    return month == 2 && leap ? 29 : kDays[month - 1];
+  }
+  // The day number of a real date of the years 1 to 1,000,000: Neri and
+  // Schneider's rata die, counted from 0000-03-01, in 32-bit arithmetic. The
+  // formula's day numbers agree with it there.
+  static constexpr uint32_t DayNumberOfPlainDate(uint32_t year, uint32_t month, uint32_t day) noexcept {
+    const uint32_t janOrFeb = month <= 2;
+    const uint32_t y = year - janOrFeb;                  // March-based year
+    const uint32_t m = janOrFeb ? month + 12 : month;    // [3, 14]
+    const uint32_t century = y / 100;
+    return 1461 * y / 4 - century + century / 4 + (979 * m - 2919) / 32 + day - 1 + 1721119;
+  }
+  // trunc(fraction x 10,000 + 0.5), the fraction in whole units rounded half
+  // up, or -1 outside [0, 2^62) and for NaN. The product is kept rounded on
+  // its own, as the library computes it, even where a caller's build would
+  // fuse the multiply and the add (which can move a half-way case).
+  static long long FractionUnits(double fraction) noexcept {
+    double scaled = fraction * 10000.0;
+#if defined(__GNUC__) && (defined(__x86_64__) || defined(__i386__))
+    __asm__("" : "+x"(scaled));
+#elif defined(__GNUC__) && defined(__aarch64__)
+    __asm__("" : "+w"(scaled));
+#else
+    volatile double kept = scaled;
+    scaled = kept;
+#endif
+    const double rounded = scaled + 0.5;
+    return rounded >= 0.0 && rounded < 4611686018427387904.0 ? static_cast<long long>(rounded) : -1;
+  }
 
   unsigned long long m_value;
 };

@@ -45,10 +45,12 @@ constexpr bool operator==(FYSValues fys, int month) noexcept { return static_cas
 constexpr bool operator!=(FYSValues fys, int month) noexcept { return static_cast<int>(fys) != month; }
 
 // How the first week of a year is chosen. The locale data map each locale to
-// one of these codes.
+// one of the codes 1-3 (TLocale::GetFirstWeekBehaviour); 0 is what the
+// Gregorian date options answer: their own rule, week 1 being the week that
+// holds 1 January (DateTime::GetWeek).
 enum class FirstWeekBehaviour : int32_t {
-  FirstDayOfYear = 0,    // week 1 holds 1 January (at least one day)
-  Broken = 1,            // no rule known for the locale
+  CalendarDefault = 0,
+  FirstPartialWeek = 1,  // week 1 holds 1 January, however few of its days
   FirstFourDayWeek = 2,  // week 1 holds at least four days (ISO-8601)
   FirstFullWeek = 3,     // week 1 holds seven days
 };
@@ -103,3 +105,23 @@ enum class DateComputationKind : int32_t {
   DatePart = 0,
   Truncation = 1,
 };
+
+// A period that dates are moved by, counted in, or truncated to.
+enum class DatePeriodType : int32_t {
+  Year = 0,
+  Quarter = 1,
+  Month = 2,
+  Week = 3,
+  Day = 4,
+  Hour = 5,
+  Minute = 6,
+  Second = 7,
+  ISOYear = 8,
+  ISOQuarter = 9,
+  ISOWeek = 10,
+};
+
+// Hour, minute and second.
+constexpr bool IsTimePeriod(DatePeriodType type) noexcept {
+  return type == DatePeriodType::Hour || type == DatePeriodType::Minute || type == DatePeriodType::Second;
+}

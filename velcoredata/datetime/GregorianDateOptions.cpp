@@ -72,7 +72,7 @@ void GregorianDateOptions::SetFiscalYearStart(FYSValues fiscalYearStart) { m_fis
 
 unsigned GregorianDateOptions::GetMinDaysInFirstWeek() const { return 1; }
 
-FirstWeekBehaviour GregorianDateOptions::GetFirstWeekBehavior() const { return FirstWeekBehaviour::FirstDayOfYear; }
+FirstWeekBehaviour GregorianDateOptions::GetFirstWeekBehavior() const { return FirstWeekBehaviour::CalendarDefault; }
 
 DateTimeHierarchy GregorianDateOptions::GetHierarchy(DateDataType dataType, DateComputationKind kind) const {
   // std::map::at: an unknown pair throws std::out_of_range.

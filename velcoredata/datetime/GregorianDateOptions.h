@@ -2,7 +2,7 @@
 // week (default Sunday) and fiscal year start (default January).
 //
 // Calendar type 0, id "Gregorian", at least one day in the first week,
-// first-week behaviour 0 (week 1 holds 1 January).
+// first-week behaviour 0 (the calendar's own rule: week 1 holds 1 January).
 #pragma once
 
 #include "velcoredata/datetime/IDateOptions.h"

@@ -4,9 +4,10 @@
 #include <cmath>
 
 #include "velcoredata/core/VelErrorsError.h"
+#include "velcoredata/datetime/DateTimeParsingFormats.h"
 #include "velcoredata/datetime/internal/DayNumberMath.h"
 #include "velcoredata/datetime/internal/InvalidTime.h"
-#include "velcoredata/platform/Messages.h"
+#include "velcoredata/locale/TLocale.h"
 
 namespace {
 
@@ -44,6 +45,11 @@ Time::Time(unsigned hour, unsigned minute, unsigned second, double fraction) {
 bool Time::IsFractionRounded(double fraction) {
   if (!(fraction >= 0.0 && fraction < 1.0)) ThrowInvalidTime(&VelErrorsError::AutoGen_0xBE17C602);
   return std::fmod(fraction * 1e6, 1.0) > DBL_EPSILON;
+}
+
+TString Time::Format() const {
+  constexpr int kTimeOfDayFormat = 65;
+  return TLocale::GetUserDefaultLocale().Format(*this, LookupDateTimeParsingFormatString(kTimeOfDayFormat));
 }
 
 Time& Time::operator+=(const Interval& interval) noexcept {

@@ -16,6 +16,7 @@
 
 #include "velcoredata/datetime/Interval.h"
 #include "velcoredata/platform/Export.h"
+#include "velcoredata/platform/TString.h"
 
 class VELCOREDATA_EXPORT Time {
  public:
@@ -44,6 +45,11 @@ class VELCOREDATA_EXPORT Time {
   constexpr unsigned GetMinute() const noexcept { return static_cast<unsigned>(m_microseconds / 60000000ULL % 60); }
   constexpr unsigned GetSecond() const noexcept { return static_cast<unsigned>(m_microseconds / 1000000ULL % 60); }
   constexpr unsigned GetMicrosecond() const noexcept { return static_cast<unsigned>(m_microseconds % 1000000ULL); }
+
+  // The time as "HH:mm:ss" (the time-of-day entry, 65, of the parsing-format
+  // table) through the user default locale. TLocale formatting is safe from
+  // any thread, so the shared default locale is used rather than a copy.
+  TString Format() const;
 
   // The interval of the time itself (since midnight).
   constexpr operator Interval() const noexcept { return Interval(static_cast<long long>(m_microseconds)); }  // NOLINT

@@ -14,8 +14,9 @@
 // - day -> civil: the Euclidean-affine algorithm of Neri and Schneider
 //   (2022) equals the formula on every day of the valid DateTime range except
 //   day 1,830,691, which the formula reads as 0300-02-29 (its century
-//   correction truncates toward zero below 0400-03-01); the fast path returns
-//   that reading too.
+//   correction truncates toward zero below 0400-03-01); the fast path, inline
+//   in DateTime.h so that callers of the getters avoid a call, returns that
+//   reading too.
 //
 // Both claims are checked over every day of the valid range by the tests.
 // Never build this with value-changing floating-point options (-ffast-math):
@@ -24,6 +25,8 @@
 
 #include <cmath>
 #include <cstdint>
+
+#include "velcoredata/datetime/DateTime.h"
 
 namespace DayNumberMath {
 
@@ -35,7 +38,6 @@ inline constexpr uint64_t kUnitsPerSecond = 10000ULL;
 inline constexpr uint32_t kFirstValidDay = 1757584;          // 0100-01-01
 inline constexpr uint32_t kLastValidDay = 5373483;           // 9999-12-31
 inline constexpr uint32_t kFirstDayOf400 = 1867216;          // 0400-01-01
-inline constexpr uint32_t kFormulaLeapDay300 = 1830691;      // read as 0300-02-29
 inline constexpr uint32_t kOleEpochDay = 2415018;            // 1899-12-30
 inline constexpr uint32_t kMarch1Year0 = 1721119;            // 0000-03-01
 
@@ -99,26 +101,12 @@ inline uint32_t DayNumberFromCivil(long long year, int8_t month, int8_t day) {
   return static_cast<uint32_t>(n + kMarch1Year0);
 }
 
-// Day number -> civil date with the formula's answers.
+// Day number -> civil date with the formula's answers (the valid range
+// through DateTime's fast path).
 inline Civil CivilFromDayNumber(uint64_t dayNumber) {
   if (dayNumber < kFirstValidDay || dayNumber > kLastValidDay) return FormulaCivil(dayNumber);
-  // Neri-Schneider on the computational calendar that starts on 0000-03-01.
-  const uint32_t n = static_cast<uint32_t>(dayNumber) - kMarch1Year0;
-  const uint32_t n1 = 4 * n + 3;
-  const uint32_t century = n1 / 146097;
-  const uint32_t nc = n1 % 146097 / 4;                // day of the century
-  const uint32_t n2 = 4 * nc + 3;
-  const uint64_t p2 = uint64_t{2939745} * n2;
-  const uint32_t z = static_cast<uint32_t>(p2 >> 32);  // year of the century
-  const uint32_t ny = static_cast<uint32_t>(p2) / 2939745 / 4;  // day of the March-based year
-  const uint32_t n3 = 2141 * ny + 197913;
-  const uint32_t j = ny >= 306;                       // January or February
-  Civil out;
-  out.year = static_cast<int>(100 * century + z + j);
-  out.month = static_cast<int>(j ? (n3 >> 16) - 12 : n3 >> 16);
-  out.day = static_cast<int>((n3 & 0xFFFF) / 2141 + 1);
-  if (dayNumber == kFormulaLeapDay300) out = Civil{300, 2, 29};
-  return out;
+  const DateTime::YearMonthDay ymd = DateTime::YearMonthDayOfValidDay(static_cast<uint32_t>(dayNumber));
+  return Civil{ymd.year, ymd.month, ymd.day};
 }
 
 // trunc(x) as a 64-bit integer, saturating beyond the range; NaN gives 0.
