@@ -137,7 +137,10 @@ TEST(TLocaleParseTest, LocaleCalendarSystemsReadTheirOwnYearsButIsoStaysGregoria
   const TLocale thai(0x41E);  // Buddhist calendar: 2563 is 2020
   ExpectParses(thai, {{u"5/1/2563", Value(2020, 1, 5)}, {u"2020-01-05", Value(2020, 1, 5)}});
   const TLocale japaneseEra(0x411, u"japanese");
-  ExpectParses(japaneseEra, {{u"R2/1/5", Value(2020, 1, 5)}, {u"2020-01-05", Value(2020, 1, 5)}});
+  ExpectParses(japaneseEra, {{u"R2/1/5", Value(2020, 1, 5)},
+                             {u"2020-01-05", Value(2020, 1, 5)},
+                             // The first year of an era is written without a digit.
+                             {u"令和元年5月1日", Value(2019, 5, 1)}});
 }
 
 TEST(TLocaleParseTest, OptionsLimitThePartsATextMayCarry) {
@@ -217,6 +220,10 @@ TEST(TLocaleParseTest, BadTextIsRejectedWithoutTouchingTheOutput) {
                              u"10000-01-01",
                              u"9999-12-31T23:59:59.500",
                              u"2020-01-05T10:30:00+25:00",
+                             // Abutting fields are read at full width only,
+                             // not as 0123-04-05 with narrowed fields.
+                             u"123456",
+                             u"2020015",
                              u"\xD800",
                              u"\xDC00 1/5/2020",
                              huge.c_str(),
