@@ -50,13 +50,33 @@
 #include "velcoredata/locale/TLocale.h"
 
 // collation
+#include "velcoredata/collation/BinaryCollator.h"
+#include "velcoredata/collation/BinaryCollatorPool.h"
+#include "velcoredata/collation/Collation.h"
+#include "velcoredata/collation/CollationAdapter.h"
+#include "velcoredata/collation/CollationConflictResolver.h"
+#include "velcoredata/collation/CollationType.h"
+#include "velcoredata/collation/Collator.h"
+#include "velcoredata/collation/CollatorName.h"
+#include "velcoredata/collation/CollatorPool.h"
+#include "velcoredata/collation/CollatorRef.h"
+#include "velcoredata/collation/ICUCollator.h"
+#include "velcoredata/collation/ICUCollatorPool.h"
+#include "velcoredata/collation/SourcedCollation.h"
 
 // names
+#include "velcoredata/names/QualifiedName.h"
+
+// strings
+#include "velcoredata/strings/StringUtils.h"
 
 // util
+#include "velcoredata/util/ColorObject.h"
+#include "velcoredata/util/ColorObjectParser.h"
 #include "velcoredata/util/FeatureFlagId.h"
 #include "velcoredata/util/FeatureFlags.h"
 #include "velcoredata/util/FeatureIdLookup.h"
 #include "velcoredata/util/FeatureInfo.h"
 #include "velcoredata/util/FeatureOverrides.h"
 #include "velcoredata/util/ScopedFeatureFlags.h"
+#include "velcoredata/util/VersionNumber.h"

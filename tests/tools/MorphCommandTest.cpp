@@ -6,7 +6,7 @@
 
 namespace {
 
-VcdRun Vcd(const std::vector<std::string>& args) { return RunVcdCommand(args); }
+VcdRun Vcd(const std::vector<std::string>& args) { return RunVcdCaptured(args); }
 
 TEST(MorphCommandTest, TranslatesBetweenEveryPairOfDialects) {
   struct Case {

@@ -6,7 +6,7 @@
 
 namespace {
 
-VcdRun Vcd(const std::vector<std::string>& args) { return RunVcdCommand(args); }
+VcdRun Vcd(const std::vector<std::string>& args) { return RunVcdCaptured(args); }
 
 bool Has(const VcdRun& run, const std::string& line) { return run.out.find(line + "\n") != std::string::npos; }
 

@@ -1,4 +1,4 @@
-// Runs vcd in-process with an argument list and collects status and output.
+// Runs vcd in-process and captures its exit status and output streams.
 #pragma once
 
 #include <sstream>
@@ -13,8 +13,9 @@ struct VcdRun {
   std::string err;
 };
 
-inline VcdRun RunVcdCommand(const std::vector<std::string>& args) {
-  std::istringstream in;
+// `input` is what the command reads from standard input.
+inline VcdRun RunVcdCaptured(const std::vector<std::string>& args, const std::string& input = "") {
+  std::istringstream in(input);
   std::ostringstream out, err;
   vcd::CommandIo io{in, out, err};
   const int status = vcd::RunVcd(args, io);

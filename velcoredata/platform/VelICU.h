@@ -45,4 +45,10 @@ inline TString FromUnicodeString(const icu::UnicodeString& text) {
   return TString(text.getBuffer(), text.length());
 }
 
+// A collation tailoring that makes every decimal digit (general category Nd,
+// all scripts) ignorable: a reset to U+0000 followed by a starred equality
+// list of the digits. The rule holds a real U+0000 code unit, so pass it to
+// ICU with its explicit length. Built once; safe from any thread.
+VELCOREDATA_EXPORT const TString& getIgnoreDigitsRule();
+
 }  // namespace VelICU
