@@ -336,7 +336,7 @@ std::shared_ptr<const VelICU::ICUSimpleDateFormat> TLocale::GetCachedICUSimpleDa
 // ---- Default patterns ----
 
 TString TLocale::GetLocaleFormatAsICU(ICUUtils::DefaultDateTimeFormatSpec spec, uint32_t lcid) {
-  // The specs with a short date are 2 and 4 (and the unknown ones, read as 4).
+  // The kinds with a short date are 2 and 4 (and the unknown ones, read as 4).
   const bool hasShortDate = ICUUtils::GetStylesOfSpec(spec).date == VelICU::ICUDateFormat::kShort;
   return hasShortDate ? WidenYear(BasePattern(spec, lcid)) : BasePattern(spec, lcid);
 }
