@@ -84,7 +84,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   CheckLetters(windows, u"dMLyHhmstg");
   const TString custom = TLocale::MorphICUtoWindowsCustom(pattern, false);
   Check(custom.size() <= limit);
-  CheckCustomLetters(custom);
+  // A backslash inside a quoted literal is written as it is, so a literal
+  // ending in one cannot be told from an escaped quote: no letter check then.
+  if (!pattern.contains(u'\\')) CheckCustomLetters(custom);
   // The Windows-bound morphs copy what they do not know: no letter check.
   Check(TLocale::MorphWindowsToICU(pattern).size() <= limit);
   Check(TLocale::MorphWindowsToQLocale(pattern).size() <= limit);

@@ -50,6 +50,7 @@
 #include "velcoredata/locale/LanguageCode.h"
 #include "velcoredata/locale/LanguageUtils.h"
 #include "velcoredata/locale/LocaleHelper.h"
+#include "velcoredata/locale/NumberFormat.h"
 #include "velcoredata/locale/TLocale.h"
 
 // collation

@@ -1,26 +1,12 @@
 // vcd morph: every dialect pair, and malformed command lines.
 
-#include <sstream>
-
 #include <gtest/gtest.h>
 
-#include "Command.h"
+#include "VcdRun.h"
 
 namespace {
 
-struct VcdRun {
-  int status;
-  std::string out;
-  std::string err;
-};
-
-VcdRun Vcd(std::vector<std::string> args) {
-  std::istringstream in;
-  std::ostringstream out, err;
-  vcd::CommandIo io{in, out, err};
-  const int status = vcd::RunVcd(args, io);
-  return {status, out.str(), err.str()};
-}
+VcdRun Vcd(const std::vector<std::string>& args) { return RunVcdCaptured(args); }
 
 TEST(MorphCommandTest, TranslatesBetweenEveryPairOfDialects) {
   struct Case {

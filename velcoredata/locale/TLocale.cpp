@@ -3,8 +3,6 @@
 
 #include "velcoredata/locale/TLocale.h"
 
-#include <oneapi/tbb/concurrent_hash_map.h>
-#include <QLocale>
 #include <unicode/uloc.h>
 
 #include <iterator>
@@ -15,6 +13,7 @@
 #include "velcoredata/locale/CoreICUUtils.h"
 #include "velcoredata/locale/LanguageUtils.h"
 #include "velcoredata/locale/internal/ICUDateFormats.h"
+#include "velcoredata/locale/internal/LcidCache.h"
 #include "velcoredata/locale/internal/TLocaleParseFormats.h"
 #include "velcoredata/platform/InitOnce.h"
 #include "velcoredata/platform/LogMessage.h"
@@ -22,13 +21,16 @@
 #include "velcoredata/platform/TCType.h"
 #include "velcoredata/platform/TFormatString.h"
 
+// Qt after oneTBB: Qt's "emit" keyword macro breaks oneTBB's headers.
+#include <QLocale>
+
 namespace {
 
 using Spec = ICUUtils::DefaultDateTimeFormatSpec;
 
-bool IsPseudoLCID(uint32_t lcid) noexcept {
-  return lcid == LanguageUtils::kUserDefaultLCID || lcid == LanguageUtils::kSystemDefaultLCID;
-}
+using LocaleInternal::ConcurrentMap;
+using LocaleInternal::FindOrMake;
+using LocaleInternal::IsPseudoLCID;
 
 // Whether ICU has a locale of its own for the LCID (the language table falls
 // back to English for the others).
@@ -58,12 +60,6 @@ struct KeyHashCompare {
   static bool equal(const Key& a, const Key& b) { return a == b; }
 };
 
-// The maps allocate with std::allocator rather than TBB's own, so that leak
-// checkers see the never-destroyed cache entries as reachable.
-template <class Key, class Value, class HashCompare = tbb::tbb_hash_compare<Key>>
-using ConcurrentMap =
-    tbb::concurrent_hash_map<Key, Value, HashCompare, std::allocator<std::pair<const Key, Value>>>;
-
 using StyleKey = std::pair<uint32_t, int>;
 using LocaleCache = ConcurrentMap<uint32_t, std::shared_ptr<const VelICU::ICULocale>>;
 using DateFormatCache =
@@ -82,20 +78,6 @@ DateFormatCache& DateFormats() {
 SimpleDateFormatCache& TimeFormats() {
   static InitOnceValue<SimpleDateFormatCache> cache;
   return cache.Get();
-}
-
-// Looks `key` up in a concurrent map and makes the value on a miss. The
-// accessor holds the entry's lock while `make` runs, so a value is made once.
-// Pseudo-LCIDs are never cached: they follow the current user locale.
-template <class Map, class Key, class Make>
-typename Map::mapped_type FindOrMake(Map& map, const Key& key, uint32_t lcid, Make&& make) {
-  if (IsPseudoLCID(lcid)) return make();
-  typename Map::const_accessor found;
-  if (map.find(found, key)) return found->second;
-  found.release();
-  typename Map::accessor entry;
-  if (map.insert(entry, key)) entry->second = make();
-  return entry->second;
 }
 
 // ---- Default patterns ----
@@ -354,7 +336,7 @@ std::shared_ptr<const VelICU::ICUSimpleDateFormat> TLocale::GetCachedICUSimpleDa
 // ---- Default patterns ----
 
 TString TLocale::GetLocaleFormatAsICU(ICUUtils::DefaultDateTimeFormatSpec spec, uint32_t lcid) {
-  // The specs with a short date are 2 and 4 (and the unknown ones, read as 4).
+  // The kinds with a short date are 2 and 4 (and the unknown ones, read as 4).
   const bool hasShortDate = ICUUtils::GetStylesOfSpec(spec).date == VelICU::ICUDateFormat::kShort;
   return hasShortDate ? WidenYear(BasePattern(spec, lcid)) : BasePattern(spec, lcid);
 }

@@ -8,6 +8,8 @@
 
 #include <algorithm>
 
+#include <unicode/numsys.h>
+
 #include "velcoredata/datetime/DateTimeParsingFormats.h"
 #include "velcoredata/locale/LanguageUtils.h"
 #include "velcoredata/locale/TLocale.h"
@@ -51,18 +53,84 @@ void ForEachField(const TString& pattern, Visit&& visit) {
   }
 }
 
+// Whether a field run reads digits (its text form, if it has one, is not
+// used at this length).
+bool IsNumericField(char16_t c, int count) {
+  static const TString alwaysNumeric(u"yYurdDFHhKkmsSwWg");
+  static const TString numericWhenShort(u"MLecQq");
+  return alwaysNumeric.contains(c) || (count <= 2 && numericWhenShort.contains(c));
+}
+
 TLocale::ParseTraits TraitsOf(const TString& pattern) {
   static const TString dateLetters(u"GyYuUrQqMLlwWdDFgEec");
   static const TString timeLetters(u"aBbhHkKmsSAjJC");
   static const TString zoneLetters(u"zZOvVXx");
   TLocale::ParseTraits traits;
-  ForEachField(pattern, [&](char16_t c, int, int) {
+  int previousEnd = -1;
+  bool previousNumeric = false;
+  int groupFields = 0;
+  int groupWidth = 0;
+  const auto endGroup = [&] {
+    if (groupFields >= 2) traits.abuttingRunLengths |= 1u << std::min(groupWidth, 31);
+    groupFields = 0;
+    groupWidth = 0;
+  };
+  ForEachField(pattern, [&](char16_t c, int position, int count) {
     if (dateLetters.contains(c)) traits.parts = traits.parts | Options::Date;
     if (timeLetters.contains(c)) traits.parts = traits.parts | Options::Time;
     if (zoneLetters.contains(c)) traits.hasZone = true;
     if (c == u'w') traits.isoWeeks = true;
+    const bool numeric = IsNumericField(c, count);
+    // Numeric fields that abut ("yyyyMMdd") share one run of digits.
+    const bool abuts = numeric && previousNumeric && previousEnd == position;
+    if (!abuts) endGroup();
+    if (numeric) {
+      if (!abuts) ++traits.digitRuns;
+      ++groupFields;
+      groupWidth += count;
+    }
+    previousEnd = position + count;
+    previousNumeric = numeric;
   });
+  endGroup();
   return traits;
+}
+
+// The runs of decimal digits in a text: how many, and which lengths occur
+// (bit n for length n, 31 for 31 and more).
+struct DigitRuns {
+  int count = 0;
+  uint32_t lengths = 0;
+};
+
+DigitRuns CountDigitRuns(const TString& text) noexcept {
+  DigitRuns runs;
+  int length = 0;
+  for (int i = 0; i <= text.size(); ++i) {
+    if (i < text.size() && TCType::isDigit(text[i])) {
+      ++length;
+      continue;
+    }
+    if (length > 0) {
+      ++runs.count;
+      runs.lengths |= 1u << std::min(length, 31);
+    }
+    length = 0;
+  }
+  return runs;
+}
+
+// Whether every number these patterns read is written in decimal digits: the
+// locale's numbering system is decimal and its calendar writes years and
+// days as numbers (the Japanese calendar writes a first year as "元", the
+// Hebrew one uses Hebrew numerals, the Chinese ones cyclic year names).
+bool ReadsDecimalDigits(const VelICU::ICULocale& locale, const VelICU::ICUCalendar& calendar) {
+  UErrorCode status = U_ZERO_ERROR;
+  std::unique_ptr<icu::NumberingSystem> numbers(icu::NumberingSystem::createInstance(locale, status));
+  if (U_FAILURE(status) || numbers == nullptr || numbers->isAlgorithmic() || numbers->getRadix() != 10) return false;
+  const std::string type = calendar.getType();
+  return type == "gregorian" || type == "iso8601" || type == "buddhist" || type == "roc" || type == "persian" ||
+         type == "indian" || type.rfind("islamic", 0) == 0;
 }
 
 // In strict parsing ICU wants both digits of a two-letter day, month or hour
@@ -226,6 +294,7 @@ TLocale::ParseFormats& TLocale::GetParseFormats() const {
   // The table reads Gregorian dates whatever the locale's calendar system:
   // ISO 8601 is Gregorian.
   formats->isDefaultISOLocale = m_languageCode.GetISOString().startsWith(LanguageUtils::GetDefaultISOString());
+  formats->digitsRequired = ReadsDecimalDigits(*m_icuLocale, *m_parseCalendar);
   VelICU::ICULocale gregorian(*m_icuLocale);
   gregorian.setKeywordValue("calendar", "gregorian", status);
   VEL_ASSERT(VelICU::ICU_SUCCESS(status));
@@ -272,10 +341,20 @@ bool TLocale::ParseText(const char16_t* begin, const char16_t* end, unsigned lon
   if (!ReadReferenceFields(*m_parseCalendar, reference, attempt.reference)) return false;
   unsigned long long parsed = 0;
   int consumed = 0;
+  // Texts without enough runs of digits are rejected without asking ICU: a
+  // failed parse tries every form, at a few microseconds each.
+  // Abutting numeric fields are read at their full width only: ICU reads
+  // "yyyyMMdd" from shorter runs too, by retrying with narrower fields, which
+  // gives nonsense ("123456" as 0123-04-05) and is slow when it fails.
+  const DigitRuns digits = CountDigitRuns(text);
+  const auto mayMatch = [&](const ParseTraits& traits) {
+    return !formats.digitsRequired || (traits.digitRuns <= digits.count &&
+                                       (traits.abuttingRunLengths & digits.lengths) == traits.abuttingRunLengths);
+  };
 
   if ((steps & kCachedFormatterStep) != 0 && attempt.whole) {
     if (m_parseFormatter) {
-      if (Allows(options, formats.formatterTraits.parts) &&
+      if (Allows(options, formats.formatterTraits.parts) && mayMatch(formats.formatterTraits) &&
           ParseWith(*m_parseFormatter, formats.formatterTraits, attempt, formats, *m_parseCalendar, parsed,
                     consumed)) {
         m_parseFormatterFailed = 0;
@@ -303,7 +382,7 @@ bool TLocale::ParseText(const char16_t* begin, const char16_t* end, unsigned lon
   for (const List& list : lists) {
     if ((steps & list.step) == 0) continue;
     for (const Candidate& candidate : *list.candidates) {
-      if (!Allows(options, candidate.traits.parts)) continue;
+      if (!Allows(options, candidate.traits.parts) || !mayMatch(candidate.traits)) continue;
       if (!ParseWith(*candidate.format, candidate.traits, attempt, formats, *m_parseCalendar, parsed, consumed)) {
         continue;
       }

@@ -25,6 +25,12 @@ struct TLocale::ParseTraits {
   // The pattern reads a zone or offset, which ICU sets on the calendar: the
   // calendar goes back to UTC afterwards.
   bool hasZone = false;
+  // The runs of digits a text needs at least: one per numeric field, or per
+  // group of abutting numeric fields.
+  int digitRuns = 0;
+  // The exact lengths of the digit runs the groups of two or more abutting
+  // numeric fields need ("yyyyMMdd": 8), as bit n for length n.
+  uint32_t abuttingRunLengths = 0;
 };
 
 struct TLocale::ParseFormats {
@@ -41,6 +47,9 @@ struct TLocale::ParseFormats {
   // locale, the locale-neutral ones for the others.
   std::vector<Candidate> table;
   bool isDefaultISOLocale = false;
+  // Every number of these patterns is written in decimal digits (see
+  // ParseTraits::digitRuns), so a text short of digit runs cannot match.
+  bool digitsRequired = false;
   // The locale's Qt formats in ICU form, where they differ from the above.
   std::vector<Candidate> native;
 
