@@ -4,6 +4,7 @@
 
 #include "velcoredata/collation/IndirectStringConfig.h"
 #include "velcoredata/collation/IndirectStringFactoryMT.h"
+#include "velcoredata/collation/internal/GlobalPoolAccess.h"
 #include "velcoredata/platform/InitOnce.h"
 
 namespace {
@@ -12,7 +13,7 @@ namespace {
 std::atomic<IGlobalIndirectStringPool*> g_replacement{nullptr};
 
 // Never destroyed: strings are released during static destruction too.
-IGlobalIndirectStringPool& DefaultPool() {
+IndirectStringFactoryMT& DefaultPool() {
   static InitOnceValue<IndirectStringFactoryMT> pool;
   return pool.Get([] { return new IndirectStringFactoryMT(IndirectStringConfig::GetStringPoolGlobalStripedMapWidth()); });
 }
@@ -24,6 +25,14 @@ IGlobalIndirectStringPool::~IGlobalIndirectStringPool() = default;
 IGlobalIndirectStringPool& GetGlobalIndirectStringPool() {
   if (IGlobalIndirectStringPool* replacement = g_replacement.load(std::memory_order_acquire)) return *replacement;
   return DefaultPool();
+}
+
+IndirectString::Ptr GlobalPoolAccess::Lookup(const Collation& collation, const char16_t* text, int length,
+                                             const THash128Value& hash) {
+  if (IGlobalIndirectStringPool* replacement = g_replacement.load(std::memory_order_acquire)) {
+    return replacement->Lookup(collation, text);
+  }
+  return DefaultPool().Lookup(collation, text, length, hash);
 }
 
 GlobalIndirectStringPoolScope::GlobalIndirectStringPoolScope(IGlobalIndirectStringPool* pool)

@@ -27,18 +27,6 @@ void IndirectString::Destroy(IndirectString* string) noexcept {
 
 void IndirectString::AddRef(IndirectString* string) noexcept { IncrementRefCount(string->m_refCount); }
 
-bool IndirectString::TryAddRefIfAlive() noexcept {
-  int32_t count = m_refCount.load(std::memory_order_relaxed);
-  while (count >= 2) {
-    if (count == kRefCountLimit) RefCountOverflow();
-    if (m_refCount.compare_exchange_weak(count, count + 1, std::memory_order_acquire,
-                                         std::memory_order_relaxed)) {
-      return true;
-    }
-  }
-  return false;
-}
-
 void IndirectString::RemoveReference() noexcept {
   const int32_t count = m_refCount.fetch_sub(1, std::memory_order_acq_rel) - 1;
   if (count == 1 && !m_detached.load(std::memory_order_relaxed)) {

@@ -82,7 +82,17 @@ class VELCOREDATA_EXPORT IndirectString {
   static IndirectString* Create(const Collation* collation, const char16_t* text, int length);
   static void Destroy(IndirectString* string) noexcept;
   // A new reference if the string is alive (count >= 2), by compare-and-swap.
-  bool TryAddRefIfAlive() noexcept;
+  bool TryAddRefIfAlive() noexcept {
+    int32_t count = m_refCount.load(std::memory_order_relaxed);
+    while (count >= 2) {
+      if (count == kRefCountLimit) RefCountOverflow();
+      if (m_refCount.compare_exchange_weak(count, count + 1, std::memory_order_acquire,
+                                           std::memory_order_relaxed)) {
+        return true;
+      }
+    }
+    return false;
+  }
   // The pool lets go of the string for good (the pool is being destroyed).
   void Detach() noexcept;
   size_t TextBytes() const noexcept { return static_cast<size_t>(m_length) * sizeof(char16_t); }

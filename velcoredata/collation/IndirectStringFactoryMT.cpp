@@ -3,15 +3,12 @@
 #include "velcoredata/collation/internal/CanonicalCollations.h"
 #include "velcoredata/collation/internal/CollatorText.h"
 #include "velcoredata/collation/internal/FastRemainder.h"
+#include "velcoredata/collation/internal/GlobalPoolAccess.h"
 #include "velcoredata/platform/LogicException.h"
 #include "velcoredata/platform/THash.h"
 
-namespace {
-
-constexpr uint32_t kSeed1 = 0xDEADBEEF;
-constexpr uint32_t kSeed2 = 0xCAFEBABE;
-
-}  // namespace
+using GlobalPoolAccess::kSeed1;
+using GlobalPoolAccess::kSeed2;
 
 IndirectStringFactoryMT::IndirectStringFactoryMT(int width) : m_width(width) {
   VEL_ASSERT(m_width > 0);
@@ -34,17 +31,25 @@ IndirectString::Ptr IndirectStringFactoryMT::Lookup(const Collation& collation, 
 
 IndirectString::Ptr IndirectStringFactoryMT::Lookup(const Collation& collation, const char16_t* text,
                                                     int length) {
-  const Collation* canonical = CanonicalCollations::Get(collation);
-  const THash128Value hash =
-      THash128(text, static_cast<size_t>(length) * sizeof(char16_t), kSeed1, kSeed2);
+  return Lookup(collation, text, length,
+                THash128(text, static_cast<size_t>(length) * sizeof(char16_t), kSeed1, kSeed2));
+}
+
+IndirectString::Ptr IndirectStringFactoryMT::Lookup(const Collation& collation, const char16_t* text,
+                                                    int length, const THash128Value& hash) {
   Stripe& stripe = m_stripes[StripeOf(hash.low)];
+  // The stripe and the string are most likely not in cache: start loading
+  // them while the collation is looked up and the lock is taken.
+  __builtin_prefetch(&stripe, 1);
+  const Collation* canonical = CanonicalCollations::Get(collation);
+  stripe.factory.Prefetch(hash.high);
   WeakIndirectStringFactory::GarbageList garbage;
   IndirectString::Ptr found;
   {
     AutoSynchronize lock(stripe.mutex);
     found = stripe.factory.Lookup(canonical, text, length, hash.high, garbage);
   }
-  WeakIndirectStringFactory::FreeGarbage(garbage);
+  if (!garbage.empty()) WeakIndirectStringFactory::FreeGarbage(garbage);
   return found;
 }
 

@@ -19,6 +19,7 @@
 #include "velcoredata/collation/WeakIndirectStringFactory.h"
 #include "velcoredata/platform/Export.h"
 #include "velcoredata/platform/Locks.h"
+#include "velcoredata/platform/THash.h"
 
 class VELCOREDATA_EXPORT IndirectStringFactoryMT final : public IGlobalIndirectStringPool {
  public:
@@ -29,6 +30,10 @@ class VELCOREDATA_EXPORT IndirectStringFactoryMT final : public IGlobalIndirectS
   IndirectString::Ptr Lookup(const Collation& collation, const char16_t* text) override;
   // The same with a known length (the text need not be terminated).
   IndirectString::Ptr Lookup(const Collation& collation, const char16_t* text, int length);
+  // The same with the text's THash128 (seeds 0xDEADBEEF and 0xCAFEBABE)
+  // already computed by the caller.
+  IndirectString::Ptr Lookup(const Collation& collation, const char16_t* text, int length,
+                             const THash128Value& hash);
 
   // Collects every dead string of every stripe (each under its lock), then
   // reports and frees them; returns how many.
@@ -39,7 +44,9 @@ class VELCOREDATA_EXPORT IndirectStringFactoryMT final : public IGlobalIndirectS
   size_t GetEntryCount();
 
  private:
-  struct alignas(64) Stripe {
+  // Two cache lines, aligned as a pair: the lock and the first slots of the
+  // stripe's map arrive together.
+  struct alignas(128) Stripe {
     TRecursiveMutex mutex;
     WeakIndirectStringFactory factory;
   };

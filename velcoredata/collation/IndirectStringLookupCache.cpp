@@ -4,6 +4,7 @@
 
 #include "velcoredata/collation/internal/CanonicalCollations.h"
 #include "velcoredata/collation/internal/CollatorText.h"
+#include "velcoredata/collation/internal/GlobalPoolAccess.h"
 #include "velcoredata/core/CoreDataOptions.h"
 #include "velcoredata/platform/THash.h"
 
@@ -34,16 +35,19 @@ IndirectString::Ptr IndirectStringLookupCache::Lookup(const char16_t* text) {
   text = CollatorText::Text(text);
   const int length = CollatorText::Length(text);
   const size_t bytes = static_cast<size_t>(length) * sizeof(char16_t);
-  const unsigned long long key = THash64(text, bytes, 0xDEADBEEF);
+  // The key is part of the pool's own hash of the text, which a miss hands
+  // on to the pool: one hash per lookup.
+  const THash128Value hash = THash128(text, bytes, GlobalPoolAccess::kSeed1, GlobalPoolAccess::kSeed2);
+  const unsigned long long key = hash.high;
   IndirectString::Ptr found;
-  // A different text with the same 64-bit hash is a miss; it replaces the entry.
+  // A different text with the same 64-bit key is a miss; it replaces the entry.
   if (m_cache.Find(key, found) && &found->GetCollation() == m_collation && found->GetLength() == length &&
       std::memcmp(found->GetText(), text, bytes) == 0) {
     Bump(m_hits);
     return found;
   }
   Bump(m_misses);
-  IndirectString::Ptr interned = IndirectString::Lookup(*m_collation, text);
+  IndirectString::Ptr interned = GlobalPoolAccess::Lookup(*m_collation, text, length, hash);
   // The evicted string (if any) is released here, after the cache's lock.
   IndirectString::Ptr evicted = m_cache.Insert(key, interned);
   return interned;

@@ -34,11 +34,19 @@ class MruCache {
   MruCache(const MruCache&) = delete;
   MruCache& operator=(const MruCache&) = delete;
 
-  // Copies the value of `key` into `value` and promotes the entry.
+  // Copies the value of `key` into `value` and promotes the entry. On a
+  // miss in a full cache, starts loading the entry the next Insert will
+  // evict (and what its value points to), so that dropping it is cheap.
   bool Find(const Key& key, Value& value) {
     Guard guard(m_mutex);
     const uint32_t node = m_index[FindSlot(key)];
-    if (node == kNone) return false;
+    if (node == kNone) {
+      if (m_size == m_nodes.size() && m_tail != kNone) {
+        __builtin_prefetch(&m_nodes[m_tail]);
+        if constexpr (requires(const Value& v) { v.get(); }) __builtin_prefetch(m_nodes[m_tail].value.get());
+      }
+      return false;
+    }
     value = m_nodes[node].value;
     MoveToFront(node);
     return true;

@@ -6,11 +6,11 @@
 #include "velcoredata/core/CoreDataOptions.h"
 
 WeakIndirectStringFactory::~WeakIndirectStringFactory() {
-  if (!m_slots) return;
+  Slot* const slots = Slots();
   GarbageList garbage;
   long long released = 0, releasedBytes = 0;
-  for (uint32_t i = 0; i <= m_mask; ++i) {
-    IndirectString* string = m_slots[i].string;
+  for (uint32_t i = 0; m_size != 0 && i <= Mask(); ++i) {
+    IndirectString* string = slots[i].String();
     if (!string) continue;
     if (string->m_refCount.load(std::memory_order_acquire) == 0) {
       garbage.push_back(string);
@@ -20,7 +20,7 @@ WeakIndirectStringFactory::~WeakIndirectStringFactory() {
       string->Detach();
     }
   }
-  delete[] m_slots;
+  if (slots != m_inline) delete[] slots;
   // The counters describe what the maps hold; the detached strings leave them.
   try {
     FreeGarbage(garbage);
@@ -33,27 +33,38 @@ WeakIndirectStringFactory::~WeakIndirectStringFactory() {
   }
 }
 
+void WeakIndirectStringFactory::Prefetch(uint64_t key) const noexcept {
+  const Slot* slots = Slots();
+  const uint32_t i = static_cast<uint32_t>(key) & Mask();
+  if (slots == m_inline) {
+    // The inline slots are never freed, so the string one names can be
+    // prefetched too (a prefetch of memory freed meanwhile is harmless).
+    if (const IndirectString* string = m_inline[i & (kInlineSlots - 1)].String()) __builtin_prefetch(string);
+  } else {
+    __builtin_prefetch(slots + i);
+  }
+}
+
 IndirectString::Ptr WeakIndirectStringFactory::Lookup(const Collation* collation, const char16_t* text,
                                                       int length, uint64_t key, GarbageList& garbage) {
-  if (m_slots) {
-    const size_t bytes = static_cast<size_t>(length) * sizeof(char16_t);
-    for (uint32_t i = static_cast<uint32_t>(key) & m_mask; m_slots[i].string;) {
-      IndirectString* string = m_slots[i].string;
-      if (m_slots[i].key != key) {
-        i = (i + 1) & m_mask;
-        continue;
-      }
-      if (string->m_refCount.load(std::memory_order_acquire) == 0) {
-        garbage.push_back(string);
-        RemoveAt(i);  // a later entry may now sit at i: look at it next
-        continue;
-      }
-      if (string->m_length == length && string->m_collation == collation &&
-          std::memcmp(string->GetText(), text, bytes) == 0 && string->TryAddRefIfAlive()) {
-        return IndirectString::Ptr(string, AdoptRef);
-      }
-      i = (i + 1) & m_mask;
+  const size_t bytes = static_cast<size_t>(length) * sizeof(char16_t);
+  Slot* const slots = Slots();
+  const uint32_t mask = Mask();
+  for (uint32_t i = static_cast<uint32_t>(key) & mask; IndirectString* string = slots[i].String();) {
+    if (slots[i].Key() != key) {
+      i = (i + 1) & mask;
+      continue;
     }
+    if (string->m_refCount.load(std::memory_order_acquire) == 0) {
+      garbage.push_back(string);
+      RemoveAt(i);  // a later entry may now sit at i: look at it next
+      continue;
+    }
+    if (string->m_length == length && string->m_collation == collation &&
+        std::memcmp(string->GetText(), text, bytes) == 0 && string->TryAddRefIfAlive()) {
+      return IndirectString::Ptr(string, AdoptRef);
+    }
+    i = (i + 1) & mask;
   }
   // Report first: a hook that throws leaves the map as it was.
   CoreDataOptions::UpdateStringPoolEntryCounter(1);
@@ -68,9 +79,9 @@ IndirectString::Ptr WeakIndirectStringFactory::GetPtrIfStringIsAlive(IndirectStr
 }
 
 void WeakIndirectStringFactory::CollectGarbage(GarbageList& garbage) {
-  if (!m_slots) return;
-  for (uint32_t i = 0; i <= m_mask;) {
-    IndirectString* string = m_slots[i].string;
+  Slot* const slots = Slots();
+  for (uint32_t i = 0; i <= Mask();) {
+    IndirectString* string = slots[i].String();
     if (string && string->m_refCount.load(std::memory_order_acquire) == 0) {
       garbage.push_back(string);
       RemoveAt(i);  // re-examine i
@@ -99,40 +110,46 @@ void WeakIndirectStringFactory::FreeGarbage(GarbageList& garbage) {
 }
 
 void WeakIndirectStringFactory::Insert(uint64_t key, IndirectString* string) {
-  if (!m_slots || (m_size + 1) * 4 > (m_mask + 1) * 3) Grow();
-  uint32_t i = static_cast<uint32_t>(key) & m_mask;
-  while (m_slots[i].string) i = (i + 1) & m_mask;
-  m_slots[i] = Slot{key, string};
+  if ((m_size + 1) * 4 > (Mask() + 1) * 3) Grow();
+  Slot* const slots = Slots();
+  const uint32_t mask = Mask();
+  uint32_t i = static_cast<uint32_t>(key) & mask;
+  while (slots[i].String()) i = (i + 1) & mask;
+  slots[i].Set(key, string);
   ++m_size;
 }
 
 void WeakIndirectStringFactory::Grow() {
-  const uint32_t capacity = m_slots ? (m_mask + 1) * 2 : 4;
-  std::unique_ptr<Slot[]> slots(new Slot[capacity]());
+  Slot* const old = Slots();
+  const uint32_t oldMask = Mask();
+  const uint32_t capacity = (oldMask + 1) * 2;
+  std::unique_ptr<Slot[]> slots(new Slot[capacity]);
   const uint32_t mask = capacity - 1;
-  for (uint32_t i = 0; m_slots && i <= m_mask; ++i) {
-    if (!m_slots[i].string) continue;
-    uint32_t j = static_cast<uint32_t>(m_slots[i].key) & mask;
-    while (slots[j].string) j = (j + 1) & mask;
-    slots[j] = m_slots[i];
+  for (uint32_t i = 0; i <= oldMask; ++i) {
+    if (!old[i].String()) continue;
+    uint32_t j = static_cast<uint32_t>(old[i].Key()) & mask;
+    while (slots[j].String()) j = (j + 1) & mask;
+    slots[j].CopyFrom(old[i]);
   }
-  delete[] m_slots;
-  m_slots = slots.release();
-  m_mask = mask;
+  m_slots.store(slots.release(), std::memory_order_relaxed);
+  m_mask.store(mask, std::memory_order_relaxed);
+  if (old != m_inline) delete[] old;
 }
 
 // Backward-shift deletion: later members of the probe run move up so that
 // no run is broken by the hole.
 void WeakIndirectStringFactory::RemoveAt(uint32_t index) noexcept {
+  Slot* const slots = Slots();
+  const uint32_t mask = Mask();
   uint32_t hole = index;
-  for (uint32_t i = (hole + 1) & m_mask; m_slots[i].string; i = (i + 1) & m_mask) {
-    const uint32_t home = static_cast<uint32_t>(m_slots[i].key) & m_mask;
+  for (uint32_t i = (hole + 1) & mask; slots[i].String(); i = (i + 1) & mask) {
+    const uint32_t home = static_cast<uint32_t>(slots[i].Key()) & mask;
     // Move i into the hole unless its home lies cyclically in (hole, i].
     const bool homeAfterHole = hole <= i ? (home > hole && home <= i) : (home > hole || home <= i);
     if (homeAfterHole) continue;
-    m_slots[hole] = m_slots[i];
+    slots[hole].CopyFrom(slots[i]);
     hole = i;
   }
-  m_slots[hole] = Slot{0, nullptr};
+  slots[hole].Set(0, nullptr);
   --m_size;
 }

@@ -11,6 +11,7 @@
 // while other threads use the factory's strings.
 #pragma once
 
+#include <atomic>
 #include <cstdint>
 
 #include <boost/container/small_vector.hpp>
@@ -50,19 +51,41 @@ class VELCOREDATA_EXPORT WeakIndirectStringFactory {
   // Strings in the map, dead ones included.
   size_t GetEntryCount() const noexcept { return m_size; }
 
+  // Starts loading what a lookup of `key` will touch, without the stripe's
+  // lock: the caller can overlap the cache misses with other work. Only
+  // prefetches; a concurrent writer makes it useless, never wrong.
+  void Prefetch(uint64_t key) const noexcept;
+
  private:
+  // Slots are written under the stripe lock only; their fields are atomics
+  // (used relaxed, plain loads and stores on the hardware) so that Prefetch
+  // may read them without the lock.
   struct Slot {
-    uint64_t key;
-    IndirectString* string;  // null: empty slot
+    std::atomic<uint64_t> key{0};
+    std::atomic<IndirectString*> string{nullptr};  // null: empty slot
+
+    uint64_t Key() const noexcept { return key.load(std::memory_order_relaxed); }
+    IndirectString* String() const noexcept { return string.load(std::memory_order_relaxed); }
+    void Set(uint64_t k, IndirectString* s) noexcept {
+      key.store(k, std::memory_order_relaxed);
+      string.store(s, std::memory_order_relaxed);
+    }
+    void CopyFrom(const Slot& other) noexcept { Set(other.Key(), other.String()); }
   };
 
+  Slot* Slots() const noexcept { return m_slots.load(std::memory_order_relaxed); }
+  uint32_t Mask() const noexcept { return m_mask.load(std::memory_order_relaxed); }
   void RemoveAt(uint32_t index) noexcept;
   void Insert(uint64_t key, IndirectString* string);
   void Grow();
 
-  // Open addressing with linear probing; capacity a power of two (0 until
-  // the first insert), at most three quarters full.
-  Slot* m_slots = nullptr;
-  uint32_t m_mask = 0;
+  // Open addressing with linear probing; capacity a power of two, at most
+  // three quarters full. The first slots live inside the factory, so that a
+  // stripe with a few strings costs no extra cache miss (most stripes of a
+  // wide pool hold a handful).
+  static constexpr uint32_t kInlineSlots = 4;
+  Slot m_inline[kInlineSlots];
+  std::atomic<Slot*> m_slots{m_inline};
+  std::atomic<uint32_t> m_mask{kInlineSlots - 1};
   uint32_t m_size = 0;
 };
