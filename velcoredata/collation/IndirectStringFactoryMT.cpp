@@ -26,17 +26,25 @@ size_t IndirectStringFactoryMT::StripeOf(uint64_t hash) const noexcept {
 }
 
 IndirectString::Ptr IndirectStringFactoryMT::Lookup(const Collation& collation, const char16_t* text) {
-  return Lookup(collation, CollatorText::Text(text), CollatorText::Length(text));
+  text = CollatorText::Text(text);
+  const int length = CollatorText::Length(text);
+  return LookupImpl(collation, text, length,
+                    THash128(text, static_cast<size_t>(length) * sizeof(char16_t), kSeed1, kSeed2));
 }
 
 IndirectString::Ptr IndirectStringFactoryMT::Lookup(const Collation& collation, const char16_t* text,
                                                     int length) {
-  return Lookup(collation, text, length,
-                THash128(text, static_cast<size_t>(length) * sizeof(char16_t), kSeed1, kSeed2));
+  return LookupImpl(collation, text, length,
+                    THash128(text, static_cast<size_t>(length) * sizeof(char16_t), kSeed1, kSeed2));
 }
 
 IndirectString::Ptr IndirectStringFactoryMT::Lookup(const Collation& collation, const char16_t* text,
                                                     int length, const THash128Value& hash) {
+  return LookupImpl(collation, text, length, hash);
+}
+
+IndirectString::Ptr IndirectStringFactoryMT::LookupImpl(const Collation& collation, const char16_t* text,
+                                                        int length, const THash128Value& hash) {
   Stripe& stripe = m_stripes[StripeOf(hash.low)];
   // The stripe and the string are most likely not in cache: start loading
   // them while the collation is looked up and the lock is taken.

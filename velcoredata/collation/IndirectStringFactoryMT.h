@@ -52,6 +52,9 @@ class VELCOREDATA_EXPORT IndirectStringFactoryMT final : public IGlobalIndirectS
   };
 
   size_t StripeOf(uint64_t hash) const noexcept;
+  // What every Lookup comes down to; not exported, so calls stay direct.
+  [[gnu::visibility("hidden")]] IndirectString::Ptr LookupImpl(const Collation& collation, const char16_t* text,
+                                                               int length, const THash128Value& hash);
 
   TRecursiveMutex m_mutex;  // the pool's own; stripes do not need it
   int m_width;

@@ -13,40 +13,37 @@ std::atomic<unsigned long> g_stringPoolCacheSize{1000};
 
 using CounterFunction = CoreDataOptions::StringPoolCounterFunction;
 
-// One statistics hook. Readers load the current function with one atomic
-// load and call it; a setter publishes a new function and keeps the old one
-// alive (a reader may still be calling it), so functions are never freed.
-// Hosts set hooks a handful of times per process.
+// One statistics hook: null while the default (doing nothing) is in place,
+// so that a pool without hooks pays one load and a branch. Readers load the
+// current function and call it; a setter publishes a new one and keeps the
+// old one alive (a reader may still be calling it), so installed functions
+// are never freed. Hosts set hooks a handful of times per process.
 class CounterHook {
  public:
-  CounterHook() : m_current(Keep(std::make_unique<const CounterFunction>([](long long) {}))) {}
-
-  void Call(long long delta) const { (*m_current.load(std::memory_order_acquire))(delta); }
-
-  CounterFunction Swap(CounterFunction hook) {
-    const CounterFunction* installed = Keep(std::make_unique<const CounterFunction>(std::move(hook)));
-    return *m_current.exchange(installed, std::memory_order_acq_rel);
+  void Call(long long delta) const {
+    if (const CounterFunction* hook = m_current.load(std::memory_order_acquire)) (*hook)(delta);
   }
+
+  CounterFunction Swap(CounterFunction hook);
 
  private:
-  const CounterFunction* Keep(std::unique_ptr<const CounterFunction> function) {
-    std::lock_guard<std::mutex> lock(m_mutex);
-    m_all.push_back(std::move(function));
-    return m_all.back().get();
+  std::atomic<const CounterFunction*> m_current{nullptr};
+};
+
+constinit CounterHook g_entryHook, g_weakEntryHook, g_totalBytesHook;
+
+CounterFunction CounterHook::Swap(CounterFunction hook) {
+  // Every function ever installed, kept for readers that may still call it.
+  static std::mutex* const mutex = new std::mutex();
+  static auto* const installed = new std::vector<std::unique_ptr<const CounterFunction>>();
+  const CounterFunction* added;
+  {
+    std::lock_guard<std::mutex> lock(*mutex);
+    installed->push_back(std::make_unique<const CounterFunction>(std::move(hook)));
+    added = installed->back().get();
   }
-
-  std::mutex m_mutex;
-  std::vector<std::unique_ptr<const CounterFunction>> m_all;
-  std::atomic<const CounterFunction*> m_current;
-};
-
-// Never destroyed: strings are released during static destruction too.
-struct StringPoolHooks {
-  CounterHook entries, weakEntries, totalBytes;
-};
-StringPoolHooks& Hooks() {
-  static StringPoolHooks* const hooks = new StringPoolHooks();
-  return *hooks;
+  const CounterFunction* previous = m_current.exchange(added, std::memory_order_acq_rel);
+  return previous ? *previous : CounterFunction([](long long) {});
 }
 
 }  // namespace
@@ -64,14 +61,14 @@ void CoreDataOptions::SetStringPoolThreadLocalCacheSize(unsigned long size) noex
 unsigned long CoreDataOptions::GetStringPoolThreadLocalCacheSize() noexcept { return g_stringPoolCacheSize.load(); }
 
 CounterFunction CoreDataOptions::SetUpdateStringPoolEntryCounter(CounterFunction hook) {
-  return Hooks().entries.Swap(std::move(hook));
+  return g_entryHook.Swap(std::move(hook));
 }
 CounterFunction CoreDataOptions::SetUpdateStringPoolWeakEntryCounter(CounterFunction hook) {
-  return Hooks().weakEntries.Swap(std::move(hook));
+  return g_weakEntryHook.Swap(std::move(hook));
 }
 CounterFunction CoreDataOptions::SetUpdateStringPoolTotalBytesCounter(CounterFunction hook) {
-  return Hooks().totalBytes.Swap(std::move(hook));
+  return g_totalBytesHook.Swap(std::move(hook));
 }
-void CoreDataOptions::UpdateStringPoolEntryCounter(long long delta) { Hooks().entries.Call(delta); }
-void CoreDataOptions::UpdateStringPoolWeakEntryCounter(long long delta) { Hooks().weakEntries.Call(delta); }
-void CoreDataOptions::UpdateStringPoolTotalBytesCounter(long long delta) { Hooks().totalBytes.Call(delta); }
+void CoreDataOptions::UpdateStringPoolEntryCounter(long long delta) { g_entryHook.Call(delta); }
+void CoreDataOptions::UpdateStringPoolWeakEntryCounter(long long delta) { g_weakEntryHook.Call(delta); }
+void CoreDataOptions::UpdateStringPoolTotalBytesCounter(long long delta) { g_totalBytesHook.Call(delta); }

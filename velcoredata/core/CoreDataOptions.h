@@ -44,8 +44,9 @@ class VELCOREDATA_EXPORT CoreDataOptions {
   // Each setter swaps the new function in and returns the previous one.
   // The defaults do nothing. Installing an empty function makes the pool's
   // calls raise std::bad_function_call (which terminates the process when
-  // it happens while a reference is being released). Hooks are called
-  // from any thread, outside the pool's locks, and must not throw.
+  // it happens while a reference is being released). Hooks are called from
+  // any thread, sometimes while a stripe of the pool is locked: they must
+  // not throw and must not call back into the pool.
   using StringPoolCounterFunction = std::function<void(long long)>;
   static StringPoolCounterFunction SetUpdateStringPoolEntryCounter(StringPoolCounterFunction hook);
   static StringPoolCounterFunction SetUpdateStringPoolWeakEntryCounter(StringPoolCounterFunction hook);
