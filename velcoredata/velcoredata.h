@@ -29,6 +29,8 @@
 #include "velcoredata/datetime/CalendarTypeId.h"
 #include "velcoredata/datetime/DateTime.h"
 #include "velcoredata/datetime/DateTimeHierarchy.h"
+#include "velcoredata/datetime/DateTimeParseOptions.h"
+#include "velcoredata/datetime/DateTimeParsingFormats.h"
 #include "velcoredata/datetime/DateTimeSpan.h"
 #include "velcoredata/datetime/DateTypes.h"
 #include "velcoredata/datetime/DayNumber.h"
@@ -40,9 +42,11 @@
 
 // locale
 #include "velcoredata/locale/CoreICUUtils.h"
+#include "velcoredata/locale/ICUUtils.h"
 #include "velcoredata/locale/LanguageCode.h"
 #include "velcoredata/locale/LanguageUtils.h"
 #include "velcoredata/locale/LocaleHelper.h"
+#include "velcoredata/locale/TLocale.h"
 
 // collation
 #include "velcoredata/collation/BinaryCollator.h"

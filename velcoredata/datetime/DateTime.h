@@ -26,6 +26,7 @@
 #include <iosfwd>
 #include <utility>
 
+#include "velcoredata/datetime/DateTimeParseOptions.h"
 #include "velcoredata/datetime/DateTimeSpan.h"
 #include "velcoredata/datetime/DateTypes.h"
 #include "velcoredata/platform/Export.h"
@@ -34,6 +35,7 @@ class IDateOptions;
 class QDate;
 class QDateTime;
 class TLocale;
+class TString;
 
 class VELCOREDATA_EXPORT DateTime {
  public:
@@ -78,6 +80,54 @@ class VELCOREDATA_EXPORT DateTime {
   void swap(DateTime& other) noexcept { std::swap(m_value, other.m_value); }
 
   // --- Text: parsing and formatting through a TLocale ---
+  //
+  // Where no locale is given, the user default locale
+  // (TLocale::GetUserDefaultLocale()) is used; options default to
+  // DateTimeParseOptions::DateAndTime. See TLocale for the forms a text may
+  // take.
+
+  // Parses the text [begin, end), which must be a date-time as a whole.
+  // Throws VelmoraException 0x2CE8742C (user default locale) or 0x8E8A7D12
+  // (given locale) with the localised message 0x92B2281F naming the text (cut
+  // at its first zero) when it is not.
+  DateTime(const char16_t* begin, const char16_t* end);
+  DateTime(const char16_t* begin, const char16_t* end, const TLocale& locale);
+  // Parses a zero-terminated text with every form. Never throws: a text that
+  // does not parse leaves the raw value 0, which is not valid (IsValid() is
+  // false). Deliberately unlike the two-pointer forms.
+  explicit DateTime(const char16_t* text);
+  DateTime(const char16_t* text, DateTimeParseOptions options);
+  DateTime(const char16_t* text, DateTimeParseOptions options, const TLocale& locale);
+
+  // Parses [begin, end) as a whole. On success stores the value and returns
+  // true; on failure returns false and leaves the target untouched.
+  static bool ParseDateTime(const char16_t* begin, const char16_t* end, unsigned long long* out);
+  static bool ParseDateTime(const char16_t* begin, const char16_t* end, DateTime& out);
+  // With `stop`, the longest date-time at the start of the text is taken and
+  // *stop is set just after it.
+  static bool ParseDateTime(const char16_t* begin, const char16_t* end, DateTime& out, const TLocale& locale,
+                            const char16_t** stop = nullptr);
+  // The parsed value, or the OLE epoch (DateTime()) when the text does not
+  // parse; callers that need to know use the forms that return bool.
+  static DateTime ParseDateTime(const char16_t* begin, const char16_t* end);
+  static DateTime ParseDateTime(const char16_t* begin, const char16_t* end, const TLocale& locale);
+  // The parsed value of a zero-terminated text, or raw 0 (not valid) when it
+  // does not parse. With a reference, the parts the text lacks come from the
+  // reference's date ("10:30" on that day, "Jan 5" of that year).
+  static DateTime ParseDateTimeTryAllFormats(const char16_t* text);
+  static DateTime ParseDateTimeTryAllFormats(const char16_t* text, const TLocale& locale);
+  static DateTime ParseDateTimeTryAllFormats(const char16_t* text, const TLocale& locale, const DateTime& reference);
+  // Parses a time of day alone; on success this value becomes that time on
+  // 1899-12-30 and true is returned, otherwise it is unchanged.
+  bool ParseTimeTryAllFormats(const TString& text, const TLocale& locale);
+
+  // The value written with an ICU pattern, or with the locale's short date
+  // and long time (Format() and the options forms; see TLocale::Format).
+  TString Format(const char16_t* pattern) const;
+  TString Format(const char16_t* pattern, const TLocale& locale) const;
+  TString Format() const;
+  TString Format(DateTimeParseOptions options) const;
+  TString Format(DateTimeParseOptions options, const TLocale& locale) const;
 
   // --- Setting -------------------------------------------------------------
 

@@ -2,6 +2,7 @@
 
 #include "velcoredata/core/VelErrorsError.h"
 #include "velcoredata/locale/LanguageUtils.h"
+#include "velcoredata/platform/LogicException.h"
 #include "velcoredata/platform/TFormatString.h"
 
 ICUException::ICUException(UErrorCode status, const TString& context)
@@ -18,5 +19,16 @@ namespace CoreICUUtils {
 icu::Locale GetLocale(uint32_t lcid) { return icu::Locale(LanguageUtils::GetLocaleForLCID(lcid).c_str()); }
 
 void ThrowICUException(UErrorCode status, const TString& context) { throw ICUException(status, context); }
+
+UCalendarDaysOfWeek translateSOWValue(SOWValue startOfWeek) {
+  const auto day = static_cast<int>(startOfWeek);
+  VEL_ASSERT(day >= UCAL_SUNDAY && day <= UCAL_SATURDAY);
+  return static_cast<UCalendarDaysOfWeek>(day);
+}
+
+SOWValue translateUCalendarDaysOfWeek(UCalendarDaysOfWeek day) {
+  VEL_ASSERT(day >= UCAL_SUNDAY && day <= UCAL_SATURDAY);
+  return static_cast<SOWValue>(static_cast<int>(day));
+}
 
 }  // namespace CoreICUUtils

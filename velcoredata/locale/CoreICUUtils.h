@@ -4,8 +4,10 @@
 #include <cstdint>
 
 #include <unicode/locid.h>
+#include <unicode/ucal.h>
 #include <unicode/utypes.h>
 
+#include "velcoredata/datetime/DateTypes.h"
 #include "velcoredata/platform/Export.h"
 #include "velcoredata/platform/TString.h"
 #include "velcoredata/platform/VelmoraException.h"
@@ -31,5 +33,10 @@ VELCOREDATA_EXPORT icu::Locale GetLocale(uint32_t lcid);
 // Raises ICUException for `status` with the context text, e.g.
 // "ICU error U_FILE_ACCESS_ERROR: LXX_RYY".
 [[noreturn]] VELCOREDATA_EXPORT void ThrowICUException(UErrorCode status, const TString& context);
+
+// A first day of the week as ICU's day of the week and back. Both number
+// Sunday 1 ... Saturday 7; a value outside that range is a logic error.
+VELCOREDATA_EXPORT UCalendarDaysOfWeek translateSOWValue(SOWValue startOfWeek);
+VELCOREDATA_EXPORT SOWValue translateUCalendarDaysOfWeek(UCalendarDaysOfWeek day);
 
 }  // namespace CoreICUUtils
