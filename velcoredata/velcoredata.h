@@ -66,7 +66,14 @@
 #include "velcoredata/collation/CollatorRef.h"
 #include "velcoredata/collation/ICUCollator.h"
 #include "velcoredata/collation/ICUCollatorPool.h"
+#include "velcoredata/collation/IGlobalIndirectStringPool.h"
+#include "velcoredata/collation/IndirectString.h"
+#include "velcoredata/collation/IndirectStringConfig.h"
+#include "velcoredata/collation/IndirectStringFactoryMT.h"
+#include "velcoredata/collation/IndirectStringLookupCache.h"
+#include "velcoredata/collation/MruCache.h"
 #include "velcoredata/collation/SourcedCollation.h"
+#include "velcoredata/collation/WeakIndirectStringFactory.h"
 
 // names
 #include "velcoredata/names/QualifiedName.h"

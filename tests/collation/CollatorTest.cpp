@@ -4,6 +4,8 @@
 #include <unicode/ucol.h>
 
 #include <algorithm>
+#include <cstdlib>
+#include <new>
 #include <random>
 #include <string>
 #include <vector>
@@ -16,6 +18,20 @@
 #include "velcoredata/collation/ICUCollator.h"
 #include "velcoredata/collation/ICUCollatorPool.h"
 #include "velcoredata/platform/THash.h"
+
+// Counts this thread's allocations through operator new, to check that the
+// steady state of comparing and hashing allocates nothing.
+namespace {
+thread_local long t_allocations = 0;
+}  // namespace
+
+void* operator new(size_t size) {
+  ++t_allocations;
+  if (void* p = std::malloc(size ? size : 1)) return p;
+  throw std::bad_alloc();
+}
+void operator delete(void* p) noexcept { std::free(p); }
+void operator delete(void* p, size_t) noexcept { std::free(p); }
 
 namespace {
 
@@ -155,6 +171,23 @@ TEST(ICUCollatorTest, CompareAndHashAgreeWithIcuOnTheSameAttributes) {
   ASSERT_GT(longKey.size(), 128u);
   EXPECT_EQ(secondary.Hash(longText.c_str()), THash32(longKey.data(), longKey.size(), 0xDEADBEEF));
   EXPECT_EQ(secondary.Hash(longText.c_str()), secondary.Hash(longText.c_str()));
+}
+
+TEST(ICUCollatorTest, ComparingAndHashingAllocateNothingOnceWarm) {
+  const Collation collation(u"LEN_RUS_S2_WO");
+  const std::u16string longText(300, u'\u00E9');  // grows the sort-key buffer once
+  (void)collation.Hash(longText.c_str());
+  (void)collation.Compare(u"a", u"b");
+  (void)GetBinaryCollation().Compare(u"x", u"y");
+  const long before = t_allocations;
+  for (int i = 0; i < 100; ++i) {
+    (void)collation.Compare(u"co-op", 5, u"coop", 4);
+    (void)collation.Compare(u"Apple", u"apple");
+    (void)collation.Hash(u"r\u00E9sum\u00E9");
+    (void)collation.Hash(longText.c_str());
+    (void)GetBinaryCollation().Compare(u"x", u"y");
+  }
+  EXPECT_EQ(t_allocations - before, 0);
 }
 
 TEST(ICUCollatorTest, WordSortIgnoresHyphensAndApostrophesAndKeepsTheOtherAttributes) {

@@ -166,10 +166,6 @@ unsigned Collation::LCIDFromLocale(const TString& locale, unsigned defaultLcid) 
 
 // --- equality, order, hash ----------------------------------------------------
 
-bool Collation::IsEqual(const Collation& other) const noexcept {
-  return m_charset == other.m_charset && m_name == other.m_name;
-}
-
 bool Collation::IsLess(const Collation& other) const noexcept {
   if (m_charset != other.m_charset) return m_charset < other.m_charset;
   return m_name < other.m_name;

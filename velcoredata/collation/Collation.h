@@ -119,7 +119,9 @@ class VELCOREDATA_EXPORT Collation {
   static unsigned LCIDFromLocale(const TString& locale, unsigned defaultLcid);
 
   // Same character set and the same name (exact, case-sensitive).
-  bool IsEqual(const Collation& other) const noexcept;
+  bool IsEqual(const Collation& other) const noexcept {
+    return m_charset == other.m_charset && m_name == other.m_name;
+  }
   // By character set, then by name.
   bool IsLess(const Collation& other) const noexcept;
   // Whether the two order texts the same way (see Collator::IsEquivalent).

@@ -70,7 +70,7 @@ size_t ICUCollatorPool::ThreadCompare::hash(unsigned long long threadId) noexcep
   return static_cast<size_t>(h ^ (h >> 32));
 }
 
-// --- names to specs -----------------------------------------------------------
+// --- collator names to locales and attributes -----------------------------------
 
 CollationSpec ICUCollatorPool::ParseName(const TString& name) {
   CollationSpec spec;

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 
 #include "velcoredata/platform/Export.h"
 
@@ -19,4 +20,39 @@ class VELCOREDATA_EXPORT CoreDataOptions {
   // and answers with the default locale.
   static void SetIgnoreSessionLocale(bool ignore) noexcept;
   static bool GetIgnoreSessionLocale() noexcept;
+
+  // --- the string pool -------------------------------------------------------
+  // Read when the global string pool or a lookup cache is created; set them
+  // before that. IndirectStringConfig and IndirectStringLookupCache offer
+  // the same settings under their own names.
+
+  // Number of independently locked stripes of the global pool (default
+  // 10000). A width below 1 is a logic error when the pool is created.
+  static void SetStringPoolGlobalStripedMapWidth(int width) noexcept;
+  static int GetStringPoolGlobalStripedMapWidth() noexcept;
+  // Capacity of a lookup cache made with the default size (default 1000).
+  static void SetStringPoolThreadLocalCacheSize(unsigned long size) noexcept;
+  static unsigned long GetStringPoolThreadLocalCacheSize() noexcept;
+
+  // Statistics hooks of the string pool. Each receives signed deltas:
+  //   entry counter       +1 per entry added to the pool's maps, -1 per
+  //                       entry collected;
+  //   weak-entry counter  +1 when an entry's last user lets go, -1 when
+  //                       the dead entry is collected;
+  //   total-bytes counter + the text's bytes (UTF-16) when an entry is
+  //                       added, - them when its last user lets go.
+  // Each setter swaps the new function in and returns the previous one.
+  // The defaults do nothing. Installing an empty function makes the pool's
+  // calls raise std::bad_function_call (which terminates the process when
+  // it happens while a reference is being released). Hooks are called from
+  // any thread, sometimes while a stripe of the pool is locked: they must
+  // not throw and must not call back into the pool.
+  using StringPoolCounterFunction = std::function<void(long long)>;
+  static StringPoolCounterFunction SetUpdateStringPoolEntryCounter(StringPoolCounterFunction hook);
+  static StringPoolCounterFunction SetUpdateStringPoolWeakEntryCounter(StringPoolCounterFunction hook);
+  static StringPoolCounterFunction SetUpdateStringPoolTotalBytesCounter(StringPoolCounterFunction hook);
+  // Call the installed hooks (one atomic load each).
+  static void UpdateStringPoolEntryCounter(long long delta);
+  static void UpdateStringPoolWeakEntryCounter(long long delta);
+  static void UpdateStringPoolTotalBytesCounter(long long delta);
 };

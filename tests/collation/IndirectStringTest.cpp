@@ -1,0 +1,220 @@
+// Interned strings: identity per (text, collation), the weak hold and its
+// counters, collection, collation-aware comparison, pool configuration and
+// replacement.
+
+#include <functional>
+#include <random>
+
+#include <gtest/gtest.h>
+
+#include "collation/CollationTestSupport.h"
+#include "collation/StringPoolTestSupport.h"
+#include "velcoredata/collation/IndirectString.h"
+#include "velcoredata/collation/IndirectStringLookupCache.h"
+#include "velcoredata/collation/internal/FastRemainder.h"
+
+namespace {
+
+using CollationTestSupport::LogicConditionOf;
+
+TEST(IndirectStringTest, OneObjectPerTextAndCollation) {
+  PoolUnderTest pool;
+  const Collation english(u"LEN_RUS_S2");
+  const IndirectString::Ptr a = IndirectString::Lookup(english, u"Berlin");
+  const IndirectString::Ptr b = IndirectString::Lookup(Collation(u"LEN_RUS_S2"), u"Berlin");
+  EXPECT_EQ(a.get(), b.get());
+  EXPECT_EQ(a->GetRefCount(), 3);  // two users and the pool
+  EXPECT_EQ(a->GetString(), TString(u"Berlin"));
+  EXPECT_EQ(a->GetCollation(), english);
+  // Same name, another charset: another collation, another object.
+  const IndirectString::Ptr latin1 = IndirectString::Lookup(Collation(u"LEN_RUS_S2", 1252), u"Berlin");
+  EXPECT_NE(latin1.get(), a.get());
+  EXPECT_EQ(latin1->GetCollation().GetCharsetID(), 1252);
+  // Matching is exact: equal under the collation is not the same text.
+  EXPECT_NE(IndirectString::Lookup(english, u"BERLIN").get(), a.get());
+  // The empty text (and a null one) is interned like any other.
+  const IndirectString::Ptr empty = IndirectString::Lookup(english, u"");
+  EXPECT_EQ(IndirectString::Lookup(english, nullptr).get(), empty.get());
+  EXPECT_EQ(empty->GetLength(), 0);
+  EXPECT_EQ(pool.pool().GetEntryCount(), 4u);
+}
+
+TEST(IndirectStringTest, TheLastReleaseKillsTheStringAndALaterLookupCollectsIt) {
+  PoolUnderTest pool;
+  const Collation c(u"LDE_RDE");
+  IndirectString::Ptr s = IndirectString::Lookup(c, u"Stra\u00DFe");
+  IndirectString* const first = s.get();
+  EXPECT_EQ(pool.counters.entries, 1);
+  EXPECT_EQ(pool.counters.bytes, 12);
+  EXPECT_EQ(pool.counters.weakEntries, 0);
+  EXPECT_TRUE(WeakIndirectStringFactory::GetPtrIfStringIsAlive(*first));
+
+  s.reset();
+  EXPECT_EQ(pool.counters.weakEntries, 1);
+  EXPECT_EQ(pool.counters.bytes, 0);
+  EXPECT_EQ(pool.counters.entries, 1);  // still in its stripe
+  EXPECT_EQ(first->GetRefCount(), 0);
+  EXPECT_FALSE(WeakIndirectStringFactory::GetPtrIfStringIsAlive(*first));  // never revived
+
+  // The same text again: a new object; the dead one under the same key is
+  // collected on the way.
+  const IndirectString::Ptr again = IndirectString::Lookup(c, u"Stra\u00DFe");
+  EXPECT_NE(again.get(), first);
+  EXPECT_EQ(again->GetRefCount(), 2);
+  EXPECT_EQ(pool.counters.entries, 1);
+  EXPECT_EQ(pool.counters.weakEntries, 0);
+  EXPECT_EQ(pool.counters.bytes, 12);
+  EXPECT_EQ(pool.pool().GetEntryCount(), 1u);
+}
+
+TEST(IndirectStringTest, ForcedCollectionFreesEveryDeadStringAndNoLiveOne) {
+  PoolUnderTest pool(8);
+  const Collation c(u"LEN_RUS");
+  std::vector<IndirectString::Ptr> kept;
+  for (int i = 0; i < 200; ++i) {
+    IndirectString::Ptr s = IndirectString::Lookup(c, TString::number(i).c_str());
+    if (i % 4 == 0) kept.push_back(std::move(s));
+  }
+  EXPECT_EQ(pool.counters.entries, 200);
+  EXPECT_EQ(pool.counters.weakEntries, 150);
+  EXPECT_EQ(pool.pool().ForceCollectAllGarbage(), 150u);
+  EXPECT_EQ(pool.counters.entries, 50);
+  EXPECT_EQ(pool.counters.weakEntries, 0);
+  EXPECT_EQ(pool.pool().GetEntryCount(), 50u);
+  long long bytes = 0;
+  for (const auto& s : kept) {
+    bytes += s->GetLength() * 2;
+    EXPECT_EQ(IndirectString::Lookup(c, s->GetText()).get(), s.get());
+  }
+  EXPECT_EQ(pool.counters.bytes, bytes);
+  EXPECT_EQ(pool.pool().ForceCollectAllGarbage(), 0u);
+}
+
+TEST(IndirectStringTest, EqualityAndOrderFollowTheCollation) {
+  PoolUnderTest pool;
+  const Collation insensitive(u"LEN_RUS_S2");
+  const Collation sensitive(u"LEN_RUS");
+  const auto upper = IndirectString::Lookup(insensitive, u"APPLE");
+  const auto lower = IndirectString::Lookup(insensitive, u"apple");
+  const auto pear = IndirectString::Lookup(insensitive, u"pear");
+  EXPECT_NE(upper.get(), lower.get());
+  EXPECT_TRUE(*upper == *lower);
+  EXPECT_FALSE(*upper < *lower);
+  EXPECT_TRUE(*lower < *pear);
+  EXPECT_EQ(upper->GetHash(), insensitive.Hash(u"APPLE"));
+  EXPECT_EQ(upper->GetHash(), lower->GetHash());
+  EXPECT_TRUE(*upper == *lower);  // with both hashes cached
+  // Case counts under a case-sensitive collation of the same locale.
+  const auto sensitiveUpper = IndirectString::Lookup(sensitive, u"APPLE");
+  const auto sensitiveLower = IndirectString::Lookup(sensitive, u"apple");
+  EXPECT_FALSE(*sensitiveUpper == *sensitiveLower);
+  EXPECT_EQ(sensitiveUpper->ComputeHash(), sensitive.Hash(u"APPLE"));
+  // Collations that are not equivalent order by the collations themselves.
+  const auto german = IndirectString::Lookup(Collation(u"LDE_RDE"), u"zzz");
+  const auto binary = IndirectString::Lookup(GetBinaryCollation(), u"aaa");
+  EXPECT_FALSE(*german == *binary);
+  EXPECT_TRUE(*german < *binary);   // "LDE_RDE" < "binary"
+  EXPECT_FALSE(*binary < *german);
+}
+
+TEST(IndirectStringTest, ADestroyedPoolLetsGoOfItsStringsAndTakesThemOffTheCounters) {
+  CountingHooks counters;
+  IndirectString::Ptr survivor;
+  {
+    const std::unique_ptr<IGlobalIndirectStringPool> pool(MakeDefaultGlobalIndirectStringPool(8));
+    const auto scope = ReplaceGlobalIndirectStringPoolInScope(pool.get());
+    survivor = IndirectString::Lookup(Collation(u"LEN_RUS"), u"kept");
+    IndirectString::Lookup(Collation(u"LEN_RUS"), u"gone");
+    EXPECT_EQ(counters.entries, 2);
+    EXPECT_EQ(counters.weakEntries, 1);
+    EXPECT_EQ(counters.bytes, 8);
+  }  // the scope ends, then the pool is destroyed
+  EXPECT_EQ(counters.entries, 0);
+  EXPECT_EQ(counters.weakEntries, 0);
+  EXPECT_EQ(counters.bytes, 0);
+  EXPECT_EQ(survivor->GetString(), TString(u"kept"));
+  EXPECT_EQ(survivor->GetRefCount(), 1);  // only its user now
+  IndirectString::Ptr copy = survivor;
+  copy.reset();
+  survivor.reset();  // freed by its last user (the sanitizers check)
+  EXPECT_EQ(counters.weakEntries, 0);
+  EXPECT_EQ(counters.bytes, 0);
+}
+
+TEST(IndirectStringTest, AnEmptyHookRaisesBadFunctionCallAndLeavesThePoolAsItWas) {
+  PoolUnderTest pool;
+  const Collation c(u"LEN_RUS");
+  const auto previous = IndirectStringConfig::SetUpdateStringPoolEntryCounterFunction(nullptr);
+  EXPECT_THROW(IndirectString::Lookup(c, u"new"), std::bad_function_call);
+  EXPECT_EQ(pool.pool().GetEntryCount(), 0u);
+  IndirectStringConfig::SetUpdateStringPoolEntryCounterFunction(previous);
+  EXPECT_EQ(IndirectString::Lookup(c, u"new")->GetString(), TString(u"new"));
+  EXPECT_EQ(pool.counters.entries, 1);
+}
+
+TEST(IndirectStringTest, ConfigurationIsSharedWithCoreDataOptionsAndCheckedWhenAPoolIsMade) {
+  const int width = IndirectStringConfig::GetStringPoolGlobalStripedMapWidth();
+  EXPECT_EQ(width, 10000);
+  IndirectStringConfig::SetStringPoolGlobalStripedMapWidth(77);
+  EXPECT_EQ(CoreDataOptions::GetStringPoolGlobalStripedMapWidth(), 77);
+  CoreDataOptions::SetStringPoolGlobalStripedMapWidth(width);
+  EXPECT_EQ(IndirectStringConfig::GetStringPoolGlobalStripedMapWidth(), width);
+
+  const unsigned long size = IndirectStringLookupCache::GetStringPoolThreadLocalCacheSize();
+  EXPECT_EQ(size, 1000u);
+  CoreDataOptions::SetStringPoolThreadLocalCacheSize(3);
+  EXPECT_EQ(IndirectStringLookupCache(Collation()).GetCapacity(), 3u);
+  IndirectStringLookupCache::SetStringPoolThreadLocalCacheSize(size);
+  EXPECT_EQ(CoreDataOptions::GetStringPoolThreadLocalCacheSize(), size);
+
+  EXPECT_EQ(LogicConditionOf([] { IndirectStringFactoryMT pool(0); }), "m_width > 0");
+  EXPECT_EQ(LogicConditionOf([] { delete MakeDefaultGlobalIndirectStringPool(-3); }), "m_width > 0");
+  IndirectString::Ptr none;
+  EXPECT_EQ(LogicConditionOf([&] { (void)none->GetLength(); }), "m_ptr");
+}
+
+TEST(IndirectStringTest, ScopesReplaceTheGlobalPoolAndPutThePreviousBack) {
+  IGlobalIndirectStringPool& global = GetGlobalIndirectStringPool();
+  const Collation c(u"LEN_RUS");
+  const IndirectString::Ptr inGlobal = IndirectString::Lookup(c, u"scoped");
+  std::unique_ptr<IGlobalIndirectStringPool> outer(MakeDefaultGlobalIndirectStringPool(4));
+  std::unique_ptr<IGlobalIndirectStringPool> inner(MakeDefaultGlobalIndirectStringPool(1));
+  {
+    auto outerScope = ReplaceGlobalIndirectStringPoolInScope(outer.get());
+    EXPECT_EQ(&GetGlobalIndirectStringPool(), outer.get());
+    const IndirectString::Ptr inOuter = IndirectString::Lookup(c, u"scoped");
+    EXPECT_NE(inOuter.get(), inGlobal.get());
+    {
+      auto innerScope = ReplaceGlobalIndirectStringPoolInScope(inner.get());
+      EXPECT_EQ(&GetGlobalIndirectStringPool(), inner.get());
+      EXPECT_NE(IndirectString::Lookup(c, u"scoped").get(), inOuter.get());
+    }
+    EXPECT_EQ(&GetGlobalIndirectStringPool(), outer.get());
+    EXPECT_EQ(IndirectString::Lookup(c, u"scoped").get(), inOuter.get());
+  }
+  EXPECT_EQ(&GetGlobalIndirectStringPool(), &global);
+  EXPECT_EQ(IndirectString::Lookup(c, u"scoped").get(), inGlobal.get());
+}
+
+TEST(IndirectStringTest, StripeReductionEqualsTheRemainder) {
+  std::mt19937_64 rng(5);
+  const uint64_t divisors[] = {1, 2, 3, 7, 10000, 65536, 0xFFFFFFFFull, 0x100000001ull,
+                               0x7FFFFFFFFFFFFFFFull, 0xFFFFFFFFFFFFFFFFull};
+  for (uint64_t d : divisors) {
+    const auto magic = FastRemainder::Magic(d);
+    for (uint64_t a : {uint64_t{0}, uint64_t{1}, d - 1, d, d + 1, ~uint64_t{0}}) {
+      ASSERT_EQ(FastRemainder::Of(a, magic, d), a % d) << a << " % " << d;
+    }
+    for (int i = 0; i < 20000; ++i) {
+      const uint64_t a = rng();
+      ASSERT_EQ(FastRemainder::Of(a, magic, d), a % d) << a << " % " << d;
+    }
+  }
+  for (int i = 0; i < 2000; ++i) {
+    const uint64_t d = (rng() >> (rng() % 64)) | 1;
+    const uint64_t a = rng();
+    ASSERT_EQ(FastRemainder::Of(a, FastRemainder::Magic(d), d), a % d) << a << " % " << d;
+  }
+}
+
+}  // namespace

@@ -1,0 +1,51 @@
+#include "velcoredata/collation/IGlobalIndirectStringPool.h"
+
+#include <atomic>
+
+#include "velcoredata/collation/IndirectStringConfig.h"
+#include "velcoredata/collation/IndirectStringFactoryMT.h"
+#include "velcoredata/collation/internal/GlobalPoolAccess.h"
+#include "velcoredata/platform/InitOnce.h"
+
+namespace {
+
+// The pool a scope put in place of the default one, or null.
+std::atomic<IGlobalIndirectStringPool*> g_replacement{nullptr};
+
+// Never destroyed: strings are released during static destruction too.
+IndirectStringFactoryMT& DefaultPool() {
+  static InitOnceValue<IndirectStringFactoryMT> pool;
+  return pool.Get([] { return new IndirectStringFactoryMT(IndirectStringConfig::GetStringPoolGlobalStripedMapWidth()); });
+}
+
+}  // namespace
+
+IGlobalIndirectStringPool::~IGlobalIndirectStringPool() = default;
+
+IGlobalIndirectStringPool& GetGlobalIndirectStringPool() {
+  if (IGlobalIndirectStringPool* replacement = g_replacement.load(std::memory_order_acquire)) return *replacement;
+  return DefaultPool();
+}
+
+IndirectString::Ptr GlobalPoolAccess::Lookup(const Collation& collation, const char16_t* text, int length,
+                                             const THash128Value& hash) {
+  if (IGlobalIndirectStringPool* replacement = g_replacement.load(std::memory_order_acquire)) {
+    return replacement->Lookup(collation, text);
+  }
+  return DefaultPool().Lookup(collation, text, length, hash);
+}
+
+GlobalIndirectStringPoolScope::GlobalIndirectStringPoolScope(IGlobalIndirectStringPool* pool)
+    : m_previous(g_replacement.exchange(pool, std::memory_order_acq_rel)) {}
+
+GlobalIndirectStringPoolScope::~GlobalIndirectStringPoolScope() {
+  g_replacement.store(m_previous, std::memory_order_release);
+}
+
+IGlobalIndirectStringPool* MakeDefaultGlobalIndirectStringPool(int width) {
+  return new IndirectStringFactoryMT(width);
+}
+
+GlobalIndirectStringPoolScope ReplaceGlobalIndirectStringPoolInScope(IGlobalIndirectStringPool* pool) {
+  return GlobalIndirectStringPoolScope(pool);
+}

@@ -1,0 +1,85 @@
+#include "velcoredata/collation/IndirectStringFactoryMT.h"
+
+#include "velcoredata/collation/internal/CanonicalCollations.h"
+#include "velcoredata/collation/internal/CollatorText.h"
+#include "velcoredata/collation/internal/FastRemainder.h"
+#include "velcoredata/collation/internal/GlobalPoolAccess.h"
+#include "velcoredata/platform/LogicException.h"
+#include "velcoredata/platform/THash.h"
+
+using GlobalPoolAccess::kSeed1;
+using GlobalPoolAccess::kSeed2;
+
+IndirectStringFactoryMT::IndirectStringFactoryMT(int width) : m_width(width) {
+  VEL_ASSERT(m_width > 0);
+  const FastRemainder::Uint128 magic = FastRemainder::Magic(static_cast<uint64_t>(m_width));
+  m_widthMagicLow = static_cast<uint64_t>(magic);
+  m_widthMagicHigh = static_cast<uint64_t>(magic >> 64);
+  m_stripes = std::make_unique<Stripe[]>(static_cast<size_t>(m_width));
+}
+
+IndirectStringFactoryMT::~IndirectStringFactoryMT() = default;
+
+size_t IndirectStringFactoryMT::StripeOf(uint64_t hash) const noexcept {
+  const FastRemainder::Uint128 magic = (static_cast<FastRemainder::Uint128>(m_widthMagicHigh) << 64) | m_widthMagicLow;
+  return static_cast<size_t>(FastRemainder::Of(hash, magic, static_cast<uint64_t>(m_width)));
+}
+
+IndirectString::Ptr IndirectStringFactoryMT::Lookup(const Collation& collation, const char16_t* text) {
+  text = CollatorText::Text(text);
+  const int length = CollatorText::Length(text);
+  return LookupImpl(collation, text, length,
+                    THash128(text, static_cast<size_t>(length) * sizeof(char16_t), kSeed1, kSeed2));
+}
+
+IndirectString::Ptr IndirectStringFactoryMT::Lookup(const Collation& collation, const char16_t* text,
+                                                    int length) {
+  return LookupImpl(collation, text, length,
+                    THash128(text, static_cast<size_t>(length) * sizeof(char16_t), kSeed1, kSeed2));
+}
+
+IndirectString::Ptr IndirectStringFactoryMT::Lookup(const Collation& collation, const char16_t* text,
+                                                    int length, const THash128Value& hash) {
+  return LookupImpl(collation, text, length, hash);
+}
+
+IndirectString::Ptr IndirectStringFactoryMT::LookupImpl(const Collation& collation, const char16_t* text,
+                                                        int length, const THash128Value& hash) {
+  Stripe& stripe = m_stripes[StripeOf(hash.low)];
+  // The stripe and the string are most likely not in cache: start loading
+  // them while the collation is looked up and the lock is taken.
+  __builtin_prefetch(&stripe, 1);
+  const Collation* canonical = CanonicalCollations::Get(collation);
+  stripe.factory.Prefetch(hash.high);
+  WeakIndirectStringFactory::GarbageList garbage;
+  IndirectString::Ptr found;
+  {
+    AutoSynchronize lock(stripe.mutex);
+    found = stripe.factory.Lookup(canonical, text, length, hash.high, garbage);
+  }
+  if (!garbage.empty()) WeakIndirectStringFactory::FreeGarbage(garbage);
+  return found;
+}
+
+size_t IndirectStringFactoryMT::ForceCollectAllGarbage() {
+  size_t collected = 0;
+  for (int i = 0; i < m_width; ++i) {
+    WeakIndirectStringFactory::GarbageList garbage;
+    {
+      AutoSynchronize lock(m_stripes[i].mutex);
+      m_stripes[i].factory.CollectGarbage(garbage);
+    }
+    collected += garbage.size();
+    WeakIndirectStringFactory::FreeGarbage(garbage);
+  }
+  return collected;
+}
+
+size_t IndirectStringFactoryMT::GetEntryCount() {
+  size_t count = 0;
+  for (int i = 0; i < m_width; ++i) {
+    AutoSynchronize lock(m_stripes[i].mutex);
+    count += m_stripes[i].factory.GetEntryCount();
+  }
+  return count;
+}

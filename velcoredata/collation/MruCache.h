@@ -1,0 +1,173 @@
+// MruCache: a fixed-capacity map that keeps the most recently used entries.
+//
+//   MruCache<uint64_t, Value, 1> cache(1000);
+//   Value v;
+//   if (!cache.Find(key, v)) cache.Insert(key, v = Make());
+//
+// Find promotes the entry to most recently used; Insert adds or replaces
+// an entry as most recently used and, when the cache is full, evicts the
+// least recently used one (one per insert, so the cache never exceeds its
+// capacity). The evicted value is handed back to the caller, to be dropped
+// after the cache's lock is released.
+//
+// Locked: 1 guards every operation with the cache's own mutex, held only
+// inside the operation; 0 leaves synchronisation to the owner.
+// Capacity 0 caches nothing. Keys are hashed with std::hash<Key>.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <mutex>
+#include <type_traits>
+#include <vector>
+
+template <class Key, class Value, int Locked>
+class MruCache {
+ public:
+  explicit MruCache(size_t capacity) : m_nodes(capacity) {
+    size_t slots = 4;
+    while (slots < capacity * 2) slots *= 2;
+    m_index.assign(slots, kNone);
+    m_mask = slots - 1;
+  }
+  MruCache(const MruCache&) = delete;
+  MruCache& operator=(const MruCache&) = delete;
+
+  // Copies the value of `key` into `value` and promotes the entry. On a
+  // miss in a full cache, starts loading the entry the next Insert will
+  // evict (and what its value points to), so that dropping it is cheap.
+  bool Find(const Key& key, Value& value) {
+    Guard guard(m_mutex);
+    const uint32_t node = m_index[FindSlot(key)];
+    if (node == kNone) {
+      if (m_size == m_nodes.size() && m_tail != kNone) {
+        __builtin_prefetch(&m_nodes[m_tail]);
+        if constexpr (requires(const Value& v) { v.get(); }) __builtin_prefetch(m_nodes[m_tail].value.get());
+      }
+      return false;
+    }
+    value = m_nodes[node].value;
+    MoveToFront(node);
+    return true;
+  }
+
+  // Sets `key` to `value` as most recently used; returns the value evicted
+  // to make room (a default Value when nothing was evicted).
+  Value Insert(const Key& key, Value value) { return InsertImpl(key, std::move(value)); }
+
+  void Clear() {
+    std::vector<Node> dropped;
+    {
+      Guard guard(m_mutex);
+      dropped.swap(m_nodes);
+      m_nodes.resize(dropped.size());
+      std::fill(m_index.begin(), m_index.end(), kNone);
+      m_head = m_tail = kNone;
+      m_size = 0;
+    }
+  }
+
+  size_t Size() const {
+    Guard guard(m_mutex);
+    return m_size;
+  }
+  size_t Capacity() const noexcept { return m_nodes.size(); }
+
+ private:
+  static constexpr uint32_t kNone = 0xFFFFFFFFu;
+  struct NoMutex {
+    void lock() noexcept {}
+    void unlock() noexcept {}
+  };
+  using Mutex = std::conditional_t<Locked != 0, std::mutex, NoMutex>;
+  using Guard = std::lock_guard<Mutex>;
+
+  struct Node {
+    Key key{};
+    Value value{};
+    uint32_t prev = kNone, next = kNone;
+  };
+
+  size_t Home(const Key& key) const noexcept {
+    return (static_cast<uint64_t>(std::hash<Key>{}(key)) * 0x9E3779B97F4A7C15ull >> 32) & m_mask;
+  }
+
+  // The index slot of `key`, or the empty slot where it would go.
+  size_t FindSlot(const Key& key) const noexcept {
+    size_t i = Home(key);
+    while (m_index[i] != kNone && !(m_nodes[m_index[i]].key == key)) i = (i + 1) & m_mask;
+    return i;
+  }
+
+  Value InsertImpl(const Key& key, Value value) {
+    Value evicted{};
+    if (m_nodes.empty()) return value;  // capacity 0: the value is dropped at once
+    Guard guard(m_mutex);
+    size_t slot = FindSlot(key);
+    uint32_t node = m_index[slot];
+    if (node != kNone) {
+      evicted = std::move(m_nodes[node].value);
+    } else {
+      if (m_size == m_nodes.size()) {
+        // Full: the least recently used entry makes room.
+        node = m_tail;
+        evicted = std::move(m_nodes[node].value);
+        Unlink(node);
+        RemoveIndex(FindSlot(m_nodes[node].key));
+        --m_size;
+        slot = FindSlot(key);
+      } else {
+        node = static_cast<uint32_t>(m_size);
+      }
+      ++m_size;
+      m_nodes[node].key = key;
+      m_index[slot] = node;
+      LinkFront(node);
+    }
+    m_nodes[node].value = std::move(value);
+    MoveToFront(node);
+    return evicted;
+  }
+
+  void Unlink(uint32_t node) noexcept {
+    Node& n = m_nodes[node];
+    (n.prev != kNone ? m_nodes[n.prev].next : m_head) = n.next;
+    (n.next != kNone ? m_nodes[n.next].prev : m_tail) = n.prev;
+    n.prev = n.next = kNone;
+  }
+
+  void LinkFront(uint32_t node) noexcept {
+    Node& n = m_nodes[node];
+    n.prev = kNone;
+    n.next = m_head;
+    if (m_head != kNone) m_nodes[m_head].prev = node;
+    m_head = node;
+    if (m_tail == kNone) m_tail = node;
+  }
+
+  void MoveToFront(uint32_t node) noexcept {
+    if (m_head == node) return;
+    Unlink(node);
+    LinkFront(node);
+  }
+
+  // Backward-shift deletion from the linear-probing index.
+  void RemoveIndex(size_t hole) noexcept {
+    for (size_t i = (hole + 1) & m_mask; m_index[i] != kNone; i = (i + 1) & m_mask) {
+      const size_t home = Home(m_nodes[m_index[i]].key);
+      const bool homeAfterHole = hole <= i ? (home > hole && home <= i) : (home > hole || home <= i);
+      if (homeAfterHole) continue;
+      m_index[hole] = m_index[i];
+      hole = i;
+    }
+    m_index[hole] = kNone;
+  }
+
+  mutable Mutex m_mutex;
+  std::vector<Node> m_nodes;     // capacity nodes; the first m_size are in use
+  std::vector<uint32_t> m_index;  // open addressing: node index or kNone
+  size_t m_mask = 0;
+  size_t m_size = 0;
+  uint32_t m_head = kNone, m_tail = kNone;
+};
