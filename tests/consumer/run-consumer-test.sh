@@ -20,6 +20,15 @@ cmake -S "$test_dir/cmake-package" -B "$work/cmake-build" -G Ninja \
   -DCMAKE_CXX_FLAGS="$extra_flags" -DCMAKE_EXE_LINKER_FLAGS="$extra_flags" >/dev/null
 cmake --build "$work/cmake-build" >/dev/null
 LD_LIBRARY_PATH="$prefix/lib:${LD_LIBRARY_PATH:-}" "$work/cmake-build/consumer"
+LD_LIBRARY_PATH="$prefix/lib:${LD_LIBRARY_PATH:-}" "$work/cmake-build/quickstart"
+
+echo "== README shows examples/quickstart.cpp as it is"
+source_dir=$(cd "$test_dir/../.." && pwd)
+awk '/^<!-- quickstart: examples\/quickstart.cpp -->$/ {found=1; next}
+     found && /^```cpp$/ {inside=1; next}
+     inside && /^```$/ {exit}
+     inside {print}' "$source_dir/README.md" > "$work/readme-quickstart.cpp"
+diff -u "$source_dir/examples/quickstart.cpp" "$work/readme-quickstart.cpp"
 
 echo "== pkg-config velcoredata"
 libdir=$(find "$prefix" -name velcoredata.pc -printf '%h\n' | head -n 1)
