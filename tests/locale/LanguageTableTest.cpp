@@ -11,24 +11,9 @@
 #include "velcoredata/locale/LanguageCode.h"
 #include "velcoredata/locale/LanguageUtils.h"
 #include "velcoredata/locale/LocaleHelper.h"
+#include "support/ScopedIcuDefault.h"
 
 namespace {
-
-// Sets ICU's default locale (what the environment gives) for one test.
-class ScopedIcuDefault {
- public:
-  explicit ScopedIcuDefault(const char* name) : m_saved(icu::Locale::getDefault()) {
-    UErrorCode status = U_ZERO_ERROR;
-    icu::Locale::setDefault(icu::Locale(name), status);
-  }
-  ~ScopedIcuDefault() {
-    UErrorCode status = U_ZERO_ERROR;
-    icu::Locale::setDefault(m_saved, status);
-  }
-
- private:
-  icu::Locale m_saved;
-};
 
 class ScopedDefaultLocaleOption {
  public:

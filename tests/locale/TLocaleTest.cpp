@@ -20,6 +20,7 @@
 #include "velcoredata/locale/LanguageUtils.h"
 #include "velcoredata/locale/TLocale.h"
 #include "velcoredata/platform/LogicException.h"
+#include "support/ScopedIcuDefault.h"
 
 namespace {
 
@@ -37,21 +38,6 @@ TString Format(const VelICU::ICUDateFormat& format, double udate) {
 double UDateOf(int y, int m, int d, int h = 0, int mi = 0) {
   return static_cast<double>(QDateTime(QDate(y, m, d), QTime(h, mi), Qt::UTC).toMSecsSinceEpoch());
 }
-
-class ScopedIcuDefault {
- public:
-  explicit ScopedIcuDefault(const char* name) : m_saved(icu::Locale::getDefault()) {
-    UErrorCode status = U_ZERO_ERROR;
-    icu::Locale::setDefault(icu::Locale(name), status);
-  }
-  ~ScopedIcuDefault() {
-    UErrorCode status = U_ZERO_ERROR;
-    icu::Locale::setDefault(m_saved, status);
-  }
-
- private:
-  icu::Locale m_saved;
-};
 
 // Collects what is logged under velcoredata.locale.
 std::vector<std::string> g_logged;
