@@ -2,6 +2,7 @@
 // counters, collection, collation-aware comparison, pool configuration and
 // replacement.
 
+#include <algorithm>
 #include <functional>
 #include <random>
 
@@ -12,6 +13,7 @@
 #include "velcoredata/collation/IndirectString.h"
 #include "velcoredata/collation/IndirectStringLookupCache.h"
 #include "velcoredata/collation/internal/FastRemainder.h"
+#include "velcoredata/collation/internal/TextLength.h"
 
 namespace {
 
@@ -215,6 +217,24 @@ TEST(IndirectStringTest, StripeReductionEqualsTheRemainder) {
     const uint64_t a = rng();
     ASSERT_EQ(FastRemainder::Of(a, FastRemainder::Magic(d), d), a % d) << a << " % " << d;
   }
+}
+
+TEST(IndirectStringTest, TextLengthFindsTheTerminatorAtEveryAlignment) {
+  // Texts of every length up to 40 code units, starting at every offset of
+  // a 16-byte block, after zeros (a previous text's end) that do not count.
+  alignas(16) char16_t buffer[80];
+  for (size_t start = 0; start < 8; ++start) {
+    for (size_t length = 0; length <= 40; ++length) {
+      std::fill(std::begin(buffer), std::end(buffer), u'x');
+      std::fill(buffer, buffer + start, u'\0');
+      buffer[start + length] = 0;
+      if (length > 0) buffer[start + length - 1] = 0xFF00;  // high byte set, low byte zero
+      ASSERT_EQ(TextLength::Of(buffer + start), length) << "start " << start << " length " << length;
+    }
+  }
+  // A zero byte in the middle of a code unit is no terminator.
+  const char16_t text[] = {0x0100, 0x00FF, 0x4100, 0};
+  EXPECT_EQ(TextLength::Of(text), 3u);
 }
 
 }  // namespace

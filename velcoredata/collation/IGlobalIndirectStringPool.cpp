@@ -27,12 +27,19 @@ IGlobalIndirectStringPool& GetGlobalIndirectStringPool() {
   return DefaultPool();
 }
 
+IndirectString::Ptr GlobalPoolAccess::Lookup(const Collation& collation, const char16_t* text) {
+  if (IGlobalIndirectStringPool* replacement = g_replacement.load(std::memory_order_acquire)) {
+    return replacement->Lookup(collation, text);
+  }
+  return DefaultPool().LookupText(collation, text);
+}
+
 IndirectString::Ptr GlobalPoolAccess::Lookup(const Collation& collation, const char16_t* text, int length,
                                              const THash128Value& hash) {
   if (IGlobalIndirectStringPool* replacement = g_replacement.load(std::memory_order_acquire)) {
     return replacement->Lookup(collation, text);
   }
-  return DefaultPool().Lookup(collation, text, length, hash);
+  return DefaultPool().LookupImpl(collation, text, length, hash);
 }
 
 GlobalIndirectStringPoolScope::GlobalIndirectStringPoolScope(IGlobalIndirectStringPool* pool)

@@ -3,11 +3,11 @@
 #include <cstring>
 #include <new>
 
-#include "velcoredata/collation/IGlobalIndirectStringPool.h"
+#include "velcoredata/collation/internal/GlobalPoolAccess.h"
 #include "velcoredata/core/CoreDataOptions.h"
 
 IndirectString::Ptr IndirectString::Lookup(const Collation& collation, const char16_t* text) {
-  return GetGlobalIndirectStringPool().Lookup(collation, text);
+  return GlobalPoolAccess::Lookup(collation, text);
 }
 
 IndirectString* IndirectString::Create(const Collation* collation, const char16_t* text, int length) {
@@ -25,10 +25,7 @@ void IndirectString::Destroy(IndirectString* string) noexcept {
   ::operator delete(static_cast<void*>(string));
 }
 
-void IndirectString::AddRef(IndirectString* string) noexcept { IncrementRefCount(string->m_refCount); }
-
-void IndirectString::RemoveReference() noexcept {
-  const int32_t count = m_refCount.fetch_sub(1, std::memory_order_acq_rel) - 1;
+void IndirectString::LastReferencesGone(int32_t count) noexcept {
   if (count == 1 && !m_detached.load(std::memory_order_relaxed)) {
     // Only the pool's reference is left: the string dies. Its memory stays
     // with the pool until a lookup or a forced collection frees it, which

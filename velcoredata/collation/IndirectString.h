@@ -57,9 +57,13 @@ class VELCOREDATA_EXPORT IndirectString {
 
   // RefCntPtr traits: AddRef aborts the process when the count would pass
   // 0x7FFFFFFE; Release is RemoveReference.
-  static void AddRef(IndirectString* string) noexcept;
+  static void AddRef(IndirectString* string) noexcept { IncrementRefCount(string->m_refCount); }
   static void Release(IndirectString* string) noexcept { string->RemoveReference(); }
-  void RemoveReference() noexcept;
+  void RemoveReference() noexcept {
+    // Inline: most releases leave the string alive.
+    const int32_t count = m_refCount.fetch_sub(1, std::memory_order_acq_rel) - 1;
+    if (count <= 1) LastReferencesGone(count);
+  }
 
   // Collation-aware equality: different cached hashes or non-equivalent
   // collations are unequal; otherwise the collation compares the texts.
@@ -93,6 +97,11 @@ class VELCOREDATA_EXPORT IndirectString {
     }
     return false;
   }
+  // RemoveReference left `count` (1: only the pool's; 0: nobody's).
+  void LastReferencesGone(int32_t count) noexcept;
+  // Whether the string is dead (count 0); what its dying thread did before
+  // is visible after a true answer, so the string may be freed.
+  bool IsDead() const noexcept { return m_refCount.load(std::memory_order_acquire) == 0; }
   // The pool lets go of the string for good (the pool is being destroyed).
   void Detach() noexcept;
   size_t TextBytes() const noexcept { return static_cast<size_t>(m_length) * sizeof(char16_t); }

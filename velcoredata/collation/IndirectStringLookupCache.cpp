@@ -5,6 +5,7 @@
 #include "velcoredata/collation/internal/CanonicalCollations.h"
 #include "velcoredata/collation/internal/CollatorText.h"
 #include "velcoredata/collation/internal/GlobalPoolAccess.h"
+#include "velcoredata/collation/internal/TextLength.h"
 #include "velcoredata/core/CoreDataOptions.h"
 #include "velcoredata/platform/THash.h"
 
@@ -33,11 +34,11 @@ void Bump(std::atomic<uint64_t>& counter) {
 
 IndirectString::Ptr IndirectStringLookupCache::Lookup(const char16_t* text) {
   text = CollatorText::Text(text);
-  const int length = CollatorText::Length(text);
+  const int length = static_cast<int>(TextLength::Of(text));
   const size_t bytes = static_cast<size_t>(length) * sizeof(char16_t);
   // The key is part of the pool's own hash of the text, which a miss hands
   // on to the pool: one hash per lookup.
-  const THash128Value hash = THash128(text, bytes, GlobalPoolAccess::kSeed1, GlobalPoolAccess::kSeed2);
+  const THash128Value hash = GlobalPoolAccess::HashOf(text, length);
   const unsigned long long key = hash.high;
   IndirectString::Ptr found;
   // A different text with the same 64-bit key is a miss; it replaces the entry.

@@ -1,20 +1,25 @@
-// Interning through the global pool with the text's hash already known:
-// the lookup cache hashes a text once for itself and for the pool.
+// The library's own ways into the global pool. While no scope has replaced
+// it, they call the default pool's lookup directly (no virtual call, no
+// call through the symbol table), and the lookup cache hashes a text once
+// for itself and for the pool.
 #pragma once
 
 #include "velcoredata/collation/IndirectString.h"
 #include "velcoredata/platform/THash.h"
 
-namespace GlobalPoolAccess {
+struct GlobalPoolAccess {
+  // The seeds of the pool's text hash: THash128(text bytes, kSeed1, kSeed2).
+  static constexpr uint32_t kSeed1 = 0xDEADBEEF;
+  static constexpr uint32_t kSeed2 = 0xCAFEBABE;
+  static THash128Value HashOf(const char16_t* text, int length) noexcept {
+    return THash128(text, static_cast<size_t>(length) * sizeof(char16_t), kSeed1, kSeed2);
+  }
 
-// The seeds of the pool's text hash: THash128(text bytes, kSeed1, kSeed2).
-inline constexpr uint32_t kSeed1 = 0xDEADBEEF;
-inline constexpr uint32_t kSeed2 = 0xCAFEBABE;
-
-// IndirectString::Lookup(collation, text) for a null-terminated text of
-// `length` code units whose THash128 is `hash`. A pool put in place by a
-// scope is asked through its Lookup (and hashes for itself).
-IndirectString::Ptr Lookup(const Collation& collation, const char16_t* text, int length,
-                           const THash128Value& hash);
-
-}  // namespace GlobalPoolAccess
+  // IndirectString::Lookup(collation, text).
+  static IndirectString::Ptr Lookup(const Collation& collation, const char16_t* text);
+  // The same for a null-terminated text of `length` code units whose
+  // THash128 is `hash`. A pool put in place by a scope is asked through its
+  // Lookup (and hashes for itself).
+  static IndirectString::Ptr Lookup(const Collation& collation, const char16_t* text, int length,
+                                    const THash128Value& hash);
+};
