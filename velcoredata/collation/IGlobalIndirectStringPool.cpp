@@ -34,12 +34,15 @@ IndirectString::Ptr GlobalPoolAccess::Lookup(const Collation& collation, const c
   return DefaultPool().LookupText(collation, text);
 }
 
-IndirectString::Ptr GlobalPoolAccess::Lookup(const Collation& collation, const char16_t* text, int length,
-                                             const THash128Value& hash) {
+std::pair<IndirectString::Ptr, IndirectString::Ptr> GlobalPoolAccess::LookupTwice(const Collation& collation,
+                                                                                  const char16_t* text, int length,
+                                                                                  THash128Value hash) {
   if (IGlobalIndirectStringPool* replacement = g_replacement.load(std::memory_order_acquire)) {
-    return replacement->Lookup(collation, text);
+    IndirectString::Ptr found = replacement->Lookup(collation, text);
+    return {found, found};
   }
-  return DefaultPool().LookupImpl(collation, text, length, hash);
+  IndirectString* found = DefaultPool().LookupImpl(collation, text, length, hash, 2);
+  return {IndirectString::Ptr(found, AdoptRef), IndirectString::Ptr(found, AdoptRef)};
 }
 
 GlobalIndirectStringPoolScope::GlobalIndirectStringPoolScope(IGlobalIndirectStringPool* pool)

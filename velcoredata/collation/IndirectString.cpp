@@ -10,10 +10,12 @@ IndirectString::Ptr IndirectString::Lookup(const Collation& collation, const cha
   return GlobalPoolAccess::Lookup(collation, text);
 }
 
-IndirectString* IndirectString::Create(const Collation* collation, const char16_t* text, int length) {
+IndirectString* IndirectString::Create(const Collation* collation, const char16_t* text, int length,
+                                       int32_t references) {
   const size_t textBytes = static_cast<size_t>(length) * sizeof(char16_t);
   void* memory = ::operator new(sizeof(IndirectString) + textBytes + sizeof(char16_t));
   auto* string = new (memory) IndirectString(collation, length);
+  string->m_refCount.store(1 + references, std::memory_order_relaxed);
   auto* copy = reinterpret_cast<char16_t*>(string + 1);
   if (textBytes) std::memcpy(copy, text, textBytes);
   copy[length] = 0;

@@ -82,15 +82,19 @@ class VELCOREDATA_EXPORT IndirectString {
       : m_collation(collation), m_length(length) {}
   ~IndirectString() = default;
 
-  // A new string holding the pool's reference and the caller's (count 2).
-  static IndirectString* Create(const Collation* collation, const char16_t* text, int length);
+  // A new string holding the pool's reference and `references` for the
+  // caller (count 1 + references).
+  static IndirectString* Create(const Collation* collation, const char16_t* text, int length,
+                                int32_t references = 1);
   static void Destroy(IndirectString* string) noexcept;
-  // A new reference if the string is alive (count >= 2), by compare-and-swap.
-  bool TryAddRefIfAlive() noexcept {
+  // `references` new references (1 or 2, taken in one step) if the string is
+  // alive (count >= 2), by compare-and-swap; aborts where as many single
+  // increments would.
+  bool TryAddRefIfAlive(int32_t references = 1) noexcept {
     int32_t count = m_refCount.load(std::memory_order_relaxed);
     while (count >= 2) {
-      if (count == kRefCountLimit) RefCountOverflow();
-      if (m_refCount.compare_exchange_weak(count, count + 1, std::memory_order_acquire,
+      if (count > kRefCountLimit - references) RefCountOverflow();
+      if (m_refCount.compare_exchange_weak(count, count + references, std::memory_order_acquire,
                                            std::memory_order_relaxed)) {
         return true;
       }

@@ -43,21 +43,23 @@ IndirectString::Ptr IndirectStringFactoryMT::Lookup(const Collation& collation, 
 IndirectString::Ptr IndirectStringFactoryMT::LookupText(const Collation& collation, const char16_t* text) {
   text = CollatorText::Text(text);
   const int length = static_cast<int>(TextLength::Of(text));
-  return LookupImpl(collation, text, length, GlobalPoolAccess::HashOf(text, length));
+  return IndirectString::Ptr(LookupImpl(collation, text, length, GlobalPoolAccess::HashOf(text, length), 1),
+                             AdoptRef);
 }
 
 IndirectString::Ptr IndirectStringFactoryMT::Lookup(const Collation& collation, const char16_t* text,
                                                     int length) {
-  return LookupImpl(collation, text, length, GlobalPoolAccess::HashOf(text, length));
+  return IndirectString::Ptr(LookupImpl(collation, text, length, GlobalPoolAccess::HashOf(text, length), 1),
+                             AdoptRef);
 }
 
 IndirectString::Ptr IndirectStringFactoryMT::Lookup(const Collation& collation, const char16_t* text,
                                                     int length, const THash128Value& hash) {
-  return LookupImpl(collation, text, length, hash);
+  return IndirectString::Ptr(LookupImpl(collation, text, length, hash, 1), AdoptRef);
 }
 
-IndirectString::Ptr IndirectStringFactoryMT::LookupImpl(const Collation& collation, const char16_t* text,
-                                                        int length, const THash128Value& hash) {
+IndirectString* IndirectStringFactoryMT::LookupImpl(const Collation& collation, const char16_t* text, int length,
+                                                    THash128Value hash, int32_t references) {
   Stripe& stripe = m_stripes[StripeOf(hash.low)];
   // The stripe and the string are most likely not in cache: start loading
   // them while the collation is looked up and the lock is taken.
@@ -65,10 +67,10 @@ IndirectString::Ptr IndirectStringFactoryMT::LookupImpl(const Collation& collati
   const Collation* canonical = CanonicalCollations::Get(collation);
   stripe.factory.Prefetch(hash.high);
   WeakIndirectStringFactory::GarbageList garbage;
-  IndirectString::Ptr found;
+  IndirectString* found;
   {
     StripeLock lock(stripe.mutex);
-    found = stripe.factory.LookupImpl(canonical, text, length, hash.high, garbage);
+    found = stripe.factory.LookupImpl(canonical, text, length, hash.high, garbage, references);
   }
   if (!garbage.empty()) WeakIndirectStringFactory::FreeGarbage(garbage);
   return found;

@@ -50,8 +50,10 @@ class VELCOREDATA_EXPORT IndirectStringFactoryMT final : public IGlobalIndirectS
   size_t StripeOf(uint64_t hash) const noexcept;
   // What every Lookup comes down to; not exported, so calls stay direct.
   [[gnu::visibility("hidden")]] IndirectString::Ptr LookupText(const Collation& collation, const char16_t* text);
-  [[gnu::visibility("hidden")]] IndirectString::Ptr LookupImpl(const Collation& collation, const char16_t* text,
-                                                               int length, const THash128Value& hash);
+  // The string with `references` (1 or 2) taken for the caller.
+  [[gnu::visibility("hidden")]] IndirectString* LookupImpl(const Collation& collation, const char16_t* text,
+                                                           int length, THash128Value hash,
+                                                           int32_t references);
 
   TRecursiveMutex m_mutex;  // the pool's own; stripes do not need it
   int m_width;

@@ -48,9 +48,9 @@ IndirectString::Ptr IndirectStringLookupCache::Lookup(const char16_t* text) {
     return found;
   }
   Bump(m_misses);
-  IndirectString::Ptr interned = GlobalPoolAccess::Lookup(*m_collation, text, length, hash);
+  auto [interned, kept] = GlobalPoolAccess::LookupTwice(*m_collation, text, length, hash);
   // The evicted string (if any) is released here, after the cache's lock.
-  IndirectString::Ptr evicted = m_cache.Insert(key, interned);
+  IndirectString::Ptr evicted = m_cache.Insert(key, std::move(kept));
   return interned;
 }
 

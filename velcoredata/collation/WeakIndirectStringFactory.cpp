@@ -82,13 +82,14 @@ size_t WeakIndirectStringFactory::GetEntryCount() const noexcept {
 
 IndirectString::Ptr WeakIndirectStringFactory::Lookup(const Collation* collation, const char16_t* text, int length,
                                                       uint64_t key, GarbageList& garbage) {
-  return LookupImpl(collation, text, length, key, garbage);
+  return IndirectString::Ptr(LookupImpl(collation, text, length, key, garbage, 1), AdoptRef);
 }
 
-IndirectString::Ptr WeakIndirectStringFactory::LookupImpl(const Collation* collation, const char16_t* text,
-                                                          int length, uint64_t key, GarbageList& garbage) {
+IndirectString* WeakIndirectStringFactory::LookupImpl(const Collation* collation, const char16_t* text, int length,
+                                                      uint64_t key, GarbageList& garbage, int32_t references) {
   const auto matches = [&](IndirectString* string) {
-    return string->m_collation == collation && SameText(*string, text, length) && string->TryAddRefIfAlive();
+    return string->m_collation == collation && SameText(*string, text, length) &&
+           string->TryAddRefIfAlive(references);
   };
   const uint32_t tags = m_tags.load(std::memory_order_relaxed);
   for (int k = 0; k < kInline; ++k) {
@@ -101,7 +102,7 @@ IndirectString::Ptr WeakIndirectStringFactory::LookupImpl(const Collation* colla
       }
       continue;
     }
-    if (matches(string)) return IndirectString::Ptr(string, AdoptRef);
+    if (matches(string)) return string;
   }
   if (Overflow* overflow = m_overflow.load(std::memory_order_relaxed)) {
     Slot* const slots = overflow->Slots();
@@ -117,16 +118,16 @@ IndirectString::Ptr WeakIndirectStringFactory::LookupImpl(const Collation* colla
         if (!m_overflow.load(std::memory_order_relaxed)) break;  // emptied and freed
         continue;
       }
-      if (matches(string)) return IndirectString::Ptr(string, AdoptRef);
+      if (matches(string)) return string;
       i = (i + 1) & mask;
     }
   }
   // Report first: a hook that throws leaves the map as it was.
   CoreDataOptions::UpdateStringPoolEntryCounter(1);
   CoreDataOptions::UpdateStringPoolTotalBytesCounter(static_cast<long long>(length) * 2);
-  IndirectString* created = IndirectString::Create(collation, text, length);
+  IndirectString* created = IndirectString::Create(collation, text, length, references);
   Insert(key, created);
-  return IndirectString::Ptr(created, AdoptRef);
+  return created;
 }
 
 IndirectString::Ptr WeakIndirectStringFactory::GetPtrIfStringIsAlive(IndirectString& string) {

@@ -106,9 +106,11 @@ class VELCOREDATA_EXPORT WeakIndirectStringFactory {
   };
   static_assert(sizeof(Overflow) % alignof(Slot) == 0);
 
-  // Lookup, called directly by the pool.
-  [[gnu::visibility("hidden")]] IndirectString::Ptr LookupImpl(const Collation* collation, const char16_t* text,
-                                                               int length, uint64_t key, GarbageList& garbage);
+  // Lookup, called directly by the pool: the string with `references`
+  // (1 or 2) taken for the caller.
+  [[gnu::visibility("hidden")]] IndirectString* LookupImpl(const Collation* collation, const char16_t* text,
+                                                           int length, uint64_t key, GarbageList& garbage,
+                                                           int32_t references);
   IndirectString* Inline(int k) const noexcept { return m_inline[k].load(std::memory_order_relaxed); }
   void SetInline(int k, uint32_t tag, IndirectString* string) noexcept;
   void Insert(uint64_t key, IndirectString* string);

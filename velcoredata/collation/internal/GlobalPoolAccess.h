@@ -4,6 +4,8 @@
 // for itself and for the pool.
 #pragma once
 
+#include <utility>
+
 #include "velcoredata/collation/IndirectString.h"
 #include "velcoredata/platform/THash.h"
 
@@ -17,9 +19,11 @@ struct GlobalPoolAccess {
 
   // IndirectString::Lookup(collation, text).
   static IndirectString::Ptr Lookup(const Collation& collation, const char16_t* text);
-  // The same for a null-terminated text of `length` code units whose
-  // THash128 is `hash`. A pool put in place by a scope is asked through its
-  // Lookup (and hashes for itself).
-  static IndirectString::Ptr Lookup(const Collation& collation, const char16_t* text, int length,
-                                    const THash128Value& hash);
+  // Two references to what Lookup(collation, text) returns, for a caller
+  // that keeps one and hands out the other, given the text's length and
+  // THash128. The default pool takes both in one atomic step; a pool put in
+  // place by a scope is asked through its Lookup (and hashes for itself).
+  static std::pair<IndirectString::Ptr, IndirectString::Ptr> LookupTwice(const Collation& collation,
+                                                                         const char16_t* text, int length,
+                                                                         THash128Value hash);
 };
