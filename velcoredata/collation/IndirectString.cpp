@@ -4,7 +4,7 @@
 #include <new>
 
 #include "velcoredata/collation/internal/GlobalPoolAccess.h"
-#include "velcoredata/core/CoreDataOptions.h"
+#include "velcoredata/core/internal/StringPoolHooks.h"
 
 IndirectString::Ptr IndirectString::Lookup(const Collation& collation, const char16_t* text) {
   return GlobalPoolAccess::Lookup(collation, text);
@@ -32,8 +32,8 @@ void IndirectString::LastReferencesGone(int32_t count) noexcept {
     // Only the pool's reference is left: the string dies. Its memory stays
     // with the pool until a lookup or a forced collection frees it, which
     // happens only once the count is 0; this thread touches nothing after.
-    CoreDataOptions::UpdateStringPoolWeakEntryCounter(1);
-    CoreDataOptions::UpdateStringPoolTotalBytesCounter(-static_cast<long long>(TextBytes()));
+    StringPoolHooks::WeakEntries(1);
+    StringPoolHooks::TotalBytes(-static_cast<long long>(TextBytes()));
     m_refCount.store(0, std::memory_order_release);
   } else if (count == 0) {
     Destroy(this);  // no longer in any map: the last user frees it

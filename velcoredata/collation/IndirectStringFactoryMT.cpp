@@ -5,7 +5,7 @@
 #include "velcoredata/collation/internal/FastRemainder.h"
 #include "velcoredata/collation/internal/GlobalPoolAccess.h"
 #include "velcoredata/collation/internal/StripeMutex.h"
-#include "velcoredata/collation/internal/TextLength.h"
+#include "velcoredata/collation/internal/ShortText.h"
 #include "velcoredata/platform/LogicException.h"
 #include "velcoredata/platform/THash.h"
 
@@ -42,7 +42,7 @@ IndirectString::Ptr IndirectStringFactoryMT::Lookup(const Collation& collation, 
 
 IndirectString::Ptr IndirectStringFactoryMT::LookupText(const Collation& collation, const char16_t* text) {
   text = CollatorText::Text(text);
-  const int length = static_cast<int>(TextLength::Of(text));
+  const int length = static_cast<int>(ShortText::Length(text));
   return IndirectString::Ptr(LookupImpl(collation, text, length, GlobalPoolAccess::HashOf(text, length), 1),
                              AdoptRef);
 }

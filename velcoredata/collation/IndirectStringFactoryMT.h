@@ -47,7 +47,7 @@ class VELCOREDATA_EXPORT IndirectStringFactoryMT final : public IGlobalIndirectS
   friend struct GlobalPoolAccess;
   struct Stripe;  // the lock and the map of one stripe
 
-  size_t StripeOf(uint64_t hash) const noexcept;
+  [[gnu::visibility("hidden")]] size_t StripeOf(uint64_t hash) const noexcept;
   // What every Lookup comes down to; not exported, so calls stay direct.
   [[gnu::visibility("hidden")]] IndirectString::Ptr LookupText(const Collation& collation, const char16_t* text);
   // The string with `references` (1 or 2) taken for the caller.

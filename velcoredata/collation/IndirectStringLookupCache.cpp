@@ -1,11 +1,9 @@
 #include "velcoredata/collation/IndirectStringLookupCache.h"
 
-#include <cstring>
-
 #include "velcoredata/collation/internal/CanonicalCollations.h"
 #include "velcoredata/collation/internal/CollatorText.h"
 #include "velcoredata/collation/internal/GlobalPoolAccess.h"
-#include "velcoredata/collation/internal/TextLength.h"
+#include "velcoredata/collation/internal/ShortText.h"
 #include "velcoredata/core/CoreDataOptions.h"
 #include "velcoredata/platform/THash.h"
 
@@ -34,8 +32,7 @@ void Bump(std::atomic<uint64_t>& counter) {
 
 IndirectString::Ptr IndirectStringLookupCache::Lookup(const char16_t* text) {
   text = CollatorText::Text(text);
-  const int length = static_cast<int>(TextLength::Of(text));
-  const size_t bytes = static_cast<size_t>(length) * sizeof(char16_t);
+  const int length = static_cast<int>(ShortText::Length(text));
   // The key is part of the pool's own hash of the text, which a miss hands
   // on to the pool: one hash per lookup.
   const THash128Value hash = GlobalPoolAccess::HashOf(text, length);
@@ -43,7 +40,7 @@ IndirectString::Ptr IndirectStringLookupCache::Lookup(const char16_t* text) {
   IndirectString::Ptr found;
   // A different text with the same 64-bit key is a miss; it replaces the entry.
   if (m_cache.Find(key, found) && &found->GetCollation() == m_collation && found->GetLength() == length &&
-      std::memcmp(found->GetText(), text, bytes) == 0) {
+      ShortText::Equal(found->GetText(), text, static_cast<size_t>(length))) {
     Bump(m_hits);
     return found;
   }

@@ -1,10 +1,10 @@
 #include "velcoredata/collation/WeakIndirectStringFactory.h"
 
-#include <cstring>
 #include <new>
 
 #include "velcoredata/collation/internal/GlobalPoolAccess.h"
-#include "velcoredata/core/CoreDataOptions.h"
+#include "velcoredata/collation/internal/ShortText.h"
+#include "velcoredata/core/internal/StringPoolHooks.h"
 #include "velcoredata/platform/THash.h"
 
 namespace {
@@ -12,8 +12,7 @@ namespace {
 constexpr uint32_t kFirstOverflowCapacity = 8;
 
 bool SameText(const IndirectString& string, const char16_t* text, int length) noexcept {
-  return string.GetLength() == length &&
-         std::memcmp(string.GetText(), text, static_cast<size_t>(length) * sizeof(char16_t)) == 0;
+  return string.GetLength() == length && ShortText::Equal(string.GetText(), text, static_cast<size_t>(length));
 }
 
 // Whether `string` is stored under `key`, the key of `text`. The key is a
@@ -65,8 +64,8 @@ WeakIndirectStringFactory::~WeakIndirectStringFactory() {
   try {
     FreeGarbage(garbage);
     if (released) {
-      CoreDataOptions::UpdateStringPoolEntryCounter(-released);
-      CoreDataOptions::UpdateStringPoolTotalBytesCounter(-releasedBytes);
+      StringPoolHooks::Entries(-released);
+      StringPoolHooks::TotalBytes(-releasedBytes);
     }
   } catch (...) {
     // An empty hook: the strings are gone all the same, only the counters miss it.
@@ -123,8 +122,8 @@ IndirectString* WeakIndirectStringFactory::LookupImpl(const Collation* collation
     }
   }
   // Report first: a hook that throws leaves the map as it was.
-  CoreDataOptions::UpdateStringPoolEntryCounter(1);
-  CoreDataOptions::UpdateStringPoolTotalBytesCounter(static_cast<long long>(length) * 2);
+  StringPoolHooks::Entries(1);
+  StringPoolHooks::TotalBytes(static_cast<long long>(length) * 2);
   IndirectString* created = IndirectString::Create(collation, text, length, references);
   Insert(key, created);
   return created;
@@ -167,8 +166,8 @@ void WeakIndirectStringFactory::FreeGarbage(GarbageList& garbage) {
   const long long count = static_cast<long long>(garbage.size());
   for (IndirectString* string : garbage) IndirectString::Destroy(string);
   garbage.clear();
-  CoreDataOptions::UpdateStringPoolEntryCounter(-count);
-  CoreDataOptions::UpdateStringPoolWeakEntryCounter(-count);
+  StringPoolHooks::Entries(-count);
+  StringPoolHooks::WeakEntries(-count);
 }
 
 void WeakIndirectStringFactory::SetInline(int k, uint32_t tag, IndirectString* string) noexcept {

@@ -64,7 +64,8 @@ class VELCOREDATA_EXPORT WeakIndirectStringFactory {
       if (const IndirectString* string = m_inline[k].load(std::memory_order_relaxed)) __builtin_prefetch(string, 1);
     }
     if (const Overflow* overflow = m_overflow.load(std::memory_order_relaxed)) {
-      __builtin_prefetch(overflow->Slots() + (static_cast<uint32_t>(key) & m_overflowMask.load(std::memory_order_relaxed)));
+      const uint32_t mask = m_overflowMask.load(std::memory_order_relaxed);
+      __builtin_prefetch(overflow->Slots() + (static_cast<uint32_t>(key) & mask));
     }
   }
 

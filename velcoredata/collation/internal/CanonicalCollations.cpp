@@ -1,10 +1,11 @@
 #include "velcoredata/collation/internal/CanonicalCollations.h"
 
 #include <atomic>
-#include <cstring>
 #include <memory>
 #include <mutex>
 #include <vector>
+
+#include "velcoredata/collation/internal/ShortText.h"
 
 namespace CanonicalCollations {
 namespace {
@@ -26,7 +27,7 @@ bool SameCollation(const Collation& a, const Collation& b) {
   const TString& x = a.GetName();
   const TString& y = b.GetName();
   return a.GetCharsetID() == b.GetCharsetID() && x.size() == y.size() &&
-         std::memcmp(x.data(), y.data(), static_cast<size_t>(x.size()) * sizeof(char16_t)) == 0;
+         ShortText::Equal(x.data(), y.data(), static_cast<size_t>(x.size()));
 }
 
 const Collation* Find(const Table& table, const Collation& c, size_t hash) {
