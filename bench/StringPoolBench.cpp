@@ -11,6 +11,7 @@
 // (default configuration: hashed factory, reference counted, one lock),
 // tbb::concurrent_hash_map keyed by the text with a count per entry, and
 // one std::mutex around an unordered map from text to count.
+// LookupUnshared_A is A with a pool and strings per thread (nothing shared).
 // Every interner runs A, C and Z holding the same 10,000 popular strings,
 // so a filtered run measures what a full run does; B starts from an empty
 // interner each run. Each thread has its own draw sequence.
@@ -289,6 +290,26 @@ void WorkloadC(benchmark::State& state) {
   Draws<Interner>(state, GetData().distinct, GetData().uniform[ThreadSlot(state)]);
 }
 
+// Workload A with nothing shared between the threads: each thread interns
+// its own copy of the 10,000 strings into a pool of its own. Beside
+// Lookup_A it shows what two threads cost each other when they take
+// references to the same strings (the strings' counts and the stripes'
+// locks are then written from both cores).
+void LookupUnsharedA(benchmark::State& state) {
+  const Data& data = GetData();
+  IndirectStringFactoryMT pool(IndirectStringConfig::GetStringPoolGlobalStripedMapWidth());
+  const std::vector<std::u16string> strings = data.popular;  // this thread's copy
+  std::vector<IndirectString::Ptr> held;
+  for (const auto& s : strings) held.push_back(pool.Lookup(BenchCollation(), s.c_str()));
+  const std::vector<uint32_t>& draws = data.uniform[ThreadSlot(state)];
+  size_t i = 0;
+  for (auto _ : state) {
+    auto handle = pool.Lookup(BenchCollation(), strings[draws[i++ & (kDraws - 1)]].c_str());
+    benchmark::DoNotOptimize(&handle);
+  }
+  state.SetItemsProcessed(static_cast<int64_t>(state.iterations()));
+}
+
 size_t HeapInUse() {
   const struct mallinfo2 info = mallinfo2();
   return info.uordblks + info.hblkhd;
@@ -397,5 +418,8 @@ VCD_STRINGPOOL_BENCH(WorkloadZ, BM_StringPool_CacheLookup_Z, CachedPool, OneAndT
 VCD_STRINGPOOL_BENCH(WorkloadZ, BM_StringPool_Lookup_Z_PeerTbb, TbbPeer, OneAndTwoThreads);
 VCD_STRINGPOOL_BENCH(WorkloadZ, BM_StringPool_Lookup_Z_PeerFlyweight, Flyweight, OneAndTwoThreads);
 VCD_STRINGPOOL_BENCH(WorkloadZ, BM_StringPool_Lookup_Z_PeerMutexSet, MutexPeer, OneAndTwoThreads);
+
+void BM_StringPool_LookupUnshared_A(benchmark::State& state) { LookupUnsharedA(state); }
+BENCHMARK(BM_StringPool_LookupUnshared_A)->Apply(OneAndTwoThreads);
 
 }  // namespace
