@@ -44,14 +44,17 @@ class MruCache {
   MruCache& operator=(const MruCache&) = delete;
 
   // Copies the value of `key` into `value` and promotes the entry. On a
-  // miss in a full cache, starts loading what the next Insert will touch to
-  // evict an entry, so that dropping it is cheap.
+  // miss in a full cache, starts loading the entry the next Insert will
+  // evict (and what its value points to), so that dropping it is cheap.
   bool Find(const Key& key, Value& value) {
     const uint32_t mix = Mix(key);
     Guard guard(m_mutex);
     const uint32_t node = m_index[FindSlot(key, mix)].node;
     if (node == kNone) {
-      PrefetchVictim();
+      if (m_size == m_nodes.size() && m_tail != kNone) {
+        __builtin_prefetch(&m_nodes[m_tail]);
+        if constexpr (requires(const Value& v) { v.get(); }) __builtin_prefetch(m_nodes[m_tail].value.get());
+      }
       return false;
     }
     value = m_nodes[node].value;
@@ -144,16 +147,6 @@ class MruCache {
     return i;
   }
 
-  // Starts loading what evicting the least recently used entry touches: its
-  // node, the node that becomes the last, and what its value points to
-  // (dropping a counted value writes to it).
-  void PrefetchVictim() const noexcept {
-    if (m_size != m_nodes.size() || m_tail == kNone) return;
-    const Node& victim = m_nodes[m_tail];
-    if (victim.prev != kNone) __builtin_prefetch(&m_nodes[victim.prev], 1);
-    if constexpr (requires(const Value& v) { v.get(); }) __builtin_prefetch(victim.value.get(), 1);
-  }
-
   Value InsertImpl(const Key& key, Value value) {
     Value evicted{};
     if (m_nodes.empty()) return value;  // capacity 0: the value is dropped at once
@@ -183,8 +176,6 @@ class MruCache {
     }
     m_nodes[node].value = std::move(value);
     MoveToFront(node);
-    // The next miss will most likely evict the new last entry.
-    PrefetchVictim();
     return evicted;
   }
 
