@@ -27,7 +27,9 @@ IGlobalIndirectStringPool& GetGlobalIndirectStringPool() {
   return DefaultPool();
 }
 
-IndirectString::Ptr GlobalPoolAccess::Lookup(const Collation& collation, const char16_t* text) {
+// Defined here, beside the default pool, so that it reaches the pool's
+// lookup in one direct call.
+IndirectString::Ptr IndirectString::Lookup(const Collation& collation, const char16_t* text) {
   if (IGlobalIndirectStringPool* replacement = g_replacement.load(std::memory_order_acquire)) {
     return replacement->Lookup(collation, text);
   }

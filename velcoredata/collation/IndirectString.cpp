@@ -6,10 +6,6 @@
 #include "velcoredata/collation/internal/GlobalPoolAccess.h"
 #include "velcoredata/core/internal/StringPoolHooks.h"
 
-IndirectString::Ptr IndirectString::Lookup(const Collation& collation, const char16_t* text) {
-  return GlobalPoolAccess::Lookup(collation, text);
-}
-
 IndirectString* IndirectString::Create(const Collation* collation, const char16_t* text, int length,
                                        int32_t references) {
   const size_t textBytes = static_cast<size_t>(length) * sizeof(char16_t);

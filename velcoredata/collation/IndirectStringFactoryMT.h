@@ -44,6 +44,7 @@ class VELCOREDATA_EXPORT IndirectStringFactoryMT final : public IGlobalIndirectS
   size_t GetEntryCount();
 
  private:
+  friend class IndirectString;  // IndirectString::Lookup
   friend struct GlobalPoolAccess;
   struct Stripe;  // the lock and the map of one stripe
 

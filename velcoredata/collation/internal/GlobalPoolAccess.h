@@ -1,7 +1,8 @@
-// The library's own ways into the global pool. While no scope has replaced
-// it, they call the default pool's lookup directly (no virtual call, no
-// call through the symbol table), and the lookup cache hashes a text once
-// for itself and for the pool.
+// The lookup cache's way into the global pool. While no scope has replaced
+// it, it calls the default pool's lookup directly (no virtual call, no call
+// through the symbol table), so that the cache hashes a text once for
+// itself and for the pool. IndirectString::Lookup reaches the pool the same
+// way (see IGlobalIndirectStringPool.cpp).
 #pragma once
 
 #include <utility>
@@ -17,8 +18,6 @@ struct GlobalPoolAccess {
     return THash128(text, static_cast<size_t>(length) * sizeof(char16_t), kSeed1, kSeed2);
   }
 
-  // IndirectString::Lookup(collation, text).
-  static IndirectString::Ptr Lookup(const Collation& collation, const char16_t* text);
   // Two references to what Lookup(collation, text) returns, for a caller
   // that keeps one and hands out the other, given the text's length and
   // THash128. The default pool takes both in one atomic step; a pool put in
