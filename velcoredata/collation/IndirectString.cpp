@@ -3,7 +3,6 @@
 #include <cstring>
 #include <new>
 
-#include "velcoredata/collation/internal/GlobalPoolAccess.h"
 #include "velcoredata/core/internal/StringPoolHooks.h"
 
 IndirectString* IndirectString::Create(const Collation* collation, const char16_t* text, int length,
