@@ -121,11 +121,24 @@ IndirectString* WeakIndirectStringFactory::LookupImpl(const Collation* collation
       i = (i + 1) & mask;
     }
   }
-  // Report first: a hook that throws leaves the map as it was.
-  StringPoolHooks::Entries(1);
-  StringPoolHooks::TotalBytes(static_cast<long long>(length) * 2);
+  // Everything that can fail (room in the map, the string, the hooks)
+  // comes before the string is linked: a failure leaves the map and the
+  // counters as they were.
+  const int freeSlot = FreeInlineSlot();
+  if (freeSlot < 0) ReserveOverflow();
   IndirectString* created = IndirectString::Create(collation, text, length, references);
-  Insert(key, created);
+  try {
+    StringPoolHooks::Entries(1);
+    StringPoolHooks::TotalBytes(static_cast<long long>(length) * 2);
+  } catch (...) {
+    IndirectString::Destroy(created);
+    throw;
+  }
+  if (freeSlot >= 0) {
+    SetInline(freeSlot, Tag(key), created);
+  } else {
+    InsertOverflow(key, created);
+  }
   return created;
 }
 
@@ -177,22 +190,20 @@ void WeakIndirectStringFactory::SetInline(int k, uint32_t tag, IndirectString* s
   m_inline[k].store(string, std::memory_order_relaxed);
 }
 
-void WeakIndirectStringFactory::Insert(uint64_t key, IndirectString* string) {
+int WeakIndirectStringFactory::FreeInlineSlot() const noexcept {
   for (int k = 0; k < kInline; ++k) {
-    if (!Inline(k)) {
-      SetInline(k, Tag(key), string);
-      return;
-    }
+    if (!Inline(k)) return k;
   }
-  InsertOverflow(key, string);
+  return -1;
 }
 
-void WeakIndirectStringFactory::InsertOverflow(uint64_t key, IndirectString* string) {
-  Overflow* overflow = m_overflow.load(std::memory_order_relaxed);
-  if (!overflow || (overflow->size + 1) * 4 > OverflowCapacity() * 3) {
-    GrowOverflow();
-    overflow = m_overflow.load(std::memory_order_relaxed);
-  }
+void WeakIndirectStringFactory::ReserveOverflow() {
+  const Overflow* overflow = m_overflow.load(std::memory_order_relaxed);
+  if (!overflow || (overflow->size + 1) * 4 > OverflowCapacity() * 3) GrowOverflow();
+}
+
+void WeakIndirectStringFactory::InsertOverflow(uint64_t key, IndirectString* string) noexcept {
+  Overflow* const overflow = m_overflow.load(std::memory_order_relaxed);
   Slot* const slots = overflow->Slots();
   const uint32_t mask = OverflowCapacity() - 1;
   uint32_t i = static_cast<uint32_t>(key) & mask;

@@ -114,8 +114,12 @@ class VELCOREDATA_EXPORT WeakIndirectStringFactory {
                                                            int32_t references);
   IndirectString* Inline(int k) const noexcept { return m_inline[k].load(std::memory_order_relaxed); }
   void SetInline(int k, uint32_t tag, IndirectString* string) noexcept;
-  void Insert(uint64_t key, IndirectString* string);
-  void InsertOverflow(uint64_t key, IndirectString* string);
+  // The first empty inline slot, or -1.
+  int FreeInlineSlot() const noexcept;
+  // Makes room for one more string in the overflow table (may allocate), so
+  // that InsertOverflow cannot fail.
+  void ReserveOverflow();
+  void InsertOverflow(uint64_t key, IndirectString* string) noexcept;
   void GrowOverflow();
   void RemoveOverflowAt(uint32_t index) noexcept;
   uint32_t OverflowCapacity() const noexcept { return m_overflowMask.load(std::memory_order_relaxed) + 1; }
