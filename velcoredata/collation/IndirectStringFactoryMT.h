@@ -4,8 +4,8 @@
 // recursive mutex, the two together in one cache line. A text's 128-bit
 // hash (THash128, seeds 0xDEADBEEF and 0xCAFEBABE) picks the stripe (low 64
 // bits modulo the width) and the key within it (high 64 bits), so threads
-// interning different texts rarely meet on a lock. Dead strings met during a lookup are freed after the
-// stripe's lock is released.
+// interning different texts rarely meet on a lock. Dead strings met during
+// a lookup are freed after the stripe's lock is released.
 //
 // Thread-safety: Lookup and ForceCollectAllGarbage may be called from any
 // thread. Destroy the pool only when no other thread uses it; its live

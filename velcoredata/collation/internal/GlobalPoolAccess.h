@@ -14,14 +14,16 @@ struct GlobalPoolAccess {
   // The seeds of the pool's text hash: THash128(text bytes, kSeed1, kSeed2).
   static constexpr uint32_t kSeed1 = 0xDEADBEEF;
   static constexpr uint32_t kSeed2 = 0xCAFEBABE;
+  // The pool's hash of a text of `length` code units.
   static THash128Value HashOf(const char16_t* text, int length) noexcept {
     return THash128(text, static_cast<size_t>(length) * sizeof(char16_t), kSeed1, kSeed2);
   }
 
-  // Two references to what Lookup(collation, text) returns, for a caller
-  // that keeps one and hands out the other, given the text's length and
-  // THash128. The default pool takes both in one atomic step; a pool put in
-  // place by a scope is asked through its Lookup (and hashes for itself).
+  // Two references to what IndirectString::Lookup(collation, text) returns,
+  // for a caller that keeps one and hands out the other, given the text's
+  // length and THash128. The default pool takes both in one atomic step; a
+  // pool put in place by a scope is asked through its Lookup (and hashes
+  // for itself).
   static std::pair<IndirectString::Ptr, IndirectString::Ptr> LookupTwice(const Collation& collation,
                                                                          const char16_t* text, int length,
                                                                          THash128Value hash);
