@@ -11,6 +11,10 @@
 // (default configuration: hashed factory, reference counted, one lock),
 // tbb::concurrent_hash_map keyed by the text with a count per entry, and
 // one std::mutex around an unordered map from text to count.
+// LookupUnshared_A is A with a pool and strings per thread (nothing shared).
+// Every interner runs A, C and Z holding the same 10,000 popular strings,
+// so a filtered run measures what a full run does; B starts from an empty
+// interner each run. Each thread has its own draw sequence.
 #include <malloc.h>
 #include <unistd.h>
 
@@ -22,6 +26,7 @@
 #include <random>
 #include <string>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include <boost/flyweight.hpp>
@@ -39,6 +44,7 @@ namespace {
 constexpr size_t kPopular = 10000;
 constexpr size_t kDistinct = 1000000;
 constexpr size_t kDraws = 1 << 20;
+constexpr size_t kMaxThreads = 2;
 
 std::vector<std::u16string> MakeStrings(size_t count, unsigned seed) {
   std::mt19937 rng(seed);
@@ -55,17 +61,18 @@ std::vector<std::u16string> MakeStrings(size_t count, unsigned seed) {
   return strings;
 }
 
+// Each thread draws its own sequence (the same distribution, its own seed),
+// so two threads never walk the same sequence in step.
 struct Data {
   std::vector<std::u16string> popular = MakeStrings(kPopular, 1);
   std::vector<std::u16string> distinct = MakeStrings(kDistinct, 2);
-  std::vector<uint32_t> uniform, zipf;
+  std::vector<uint32_t> uniform[kMaxThreads], zipf[kMaxThreads];
 
   Data() {
     std::mt19937 rng(3);
     std::uniform_int_distribution<uint32_t> pick(0, kPopular - 1);
-    uniform.resize(kDraws);
-    for (auto& i : uniform) i = pick(rng);
-    // Zipf(1.0): rank k drawn with weight 1/k; ranks map to random strings.
+    // Zipf(1.0): rank k drawn with weight 1/k; ranks map to random strings,
+    // the same mapping for every thread.
     std::vector<double> cumulative(kPopular);
     double sum = 0;
     for (size_t k = 0; k < kPopular; ++k) cumulative[k] = sum += 1.0 / static_cast<double>(k + 1);
@@ -73,11 +80,15 @@ struct Data {
     for (uint32_t i = 0; i < kPopular; ++i) rankToString[i] = i;
     std::shuffle(rankToString.begin(), rankToString.end(), rng);
     std::uniform_real_distribution<double> u(0, sum);
-    zipf.resize(kDraws);
-    for (auto& i : zipf) {
-      const size_t rank = static_cast<size_t>(std::upper_bound(cumulative.begin(), cumulative.end(), u(rng)) -
-                                              cumulative.begin());
-      i = rankToString[std::min(rank, kPopular - 1)];
+    for (size_t t = 0; t < kMaxThreads; ++t) {
+      uniform[t].resize(kDraws);
+      for (auto& i : uniform[t]) i = pick(rng);
+      zipf[t].resize(kDraws);
+      for (auto& i : zipf[t]) {
+        const size_t rank = static_cast<size_t>(std::upper_bound(cumulative.begin(), cumulative.end(), u(rng)) -
+                                                cumulative.begin());
+        i = rankToString[std::min(rank, kPopular - 1)];
+      }
     }
   }
 };
@@ -115,12 +126,23 @@ void ReportHitRate(benchmark::State& state, const CachedPool& interner) {
   if (state.thread_index() == 0) state.counters["hit_rate"] = interner.HitRate();
 }
 
+// The default configuration.
 struct Flyweight {
   using Handle = boost::flyweight<std::u16string>;
   Handle Lookup(const std::u16string& s) { return Handle(s); }
 };
+// The same with a factory of its own (a tag changes nothing else), so that
+// workload B's million strings do not leave the shared factory's table
+// grown for the other workloads. Its factory cannot be replaced between
+// runs, so later B runs find its table already grown: in its favour.
+struct DistinctFlyweight {
+  using Handle = boost::flyweight<std::u16string, boost::flyweights::tag<DistinctFlyweight>>;
+  Handle Lookup(const std::u16string& s) { return Handle(s); }
+};
 
-// A count per text; the last release erases the entry.
+// A count per text; the last release erases the entry. Lookups share the
+// entry's lock (the count is atomic), so hits on one text do not exclude
+// each other.
 class TbbInterner {
  public:
   struct Entry {
@@ -149,10 +171,10 @@ class TbbInterner {
   };
 
   Handle Lookup(const std::u16string& s) {
-    Map::accessor a;
+    Map::const_accessor a;
     m_map.insert(a, s);
-    a->second.count.fetch_add(1);
-    return Handle(this, &a->first, &a->second);
+    const_cast<Entry&>(a->second).count.fetch_add(1);
+    return Handle(this, &a->first, const_cast<Entry*>(&a->second));
   }
   void EraseIfUnused(const std::u16string& text) {
     const std::u16string key = text;  // the entry (and `text`) may go with the erase
@@ -202,25 +224,24 @@ class MutexInterner {
 };
 
 // Process-wide instances of the peers, as an application would have them.
-TbbInterner& SharedTbb() {
-  static auto* interner = new TbbInterner();
-  return *interner;
-}
-MutexInterner& SharedMutex() {
-  static auto* interner = new MutexInterner();
-  return *interner;
+// Workload B puts fresh ones in their place for each run (see FreshRun).
+template <class Interner>
+Interner*& Instance() {
+  static Interner* instance = new Interner();
+  return instance;
 }
 struct TbbPeer {
   using Handle = TbbInterner::Handle;
-  Handle Lookup(const std::u16string& s) { return SharedTbb().Lookup(s); }
+  Handle Lookup(const std::u16string& s) { return Instance<TbbInterner>()->Lookup(s); }
 };
 struct MutexPeer {
   using Handle = MutexInterner::Handle;
-  Handle Lookup(const std::u16string& s) { return SharedMutex().Lookup(s); }
+  Handle Lookup(const std::u16string& s) { return Instance<MutexInterner>()->Lookup(s); }
 };
 
 // The popular strings held for the whole process by each interner, so that
-// workloads A and Z measure lookups of strings that stay interned.
+// every workload runs against an interner holding the same 10,000 live
+// strings, whichever workloads ran before it.
 template <class Interner>
 void HoldPopular() {
   static auto* held = [] {
@@ -234,37 +255,58 @@ void HoldPopular() {
 
 // --- workloads -----------------------------------------------------------------
 
+// Lookups of `strings[draw]` over the thread's own draw sequence; each
+// handle is dropped before the next lookup.
 template <class Interner>
-void Draws(benchmark::State& state, const std::vector<uint32_t>& draws) {
-  const Data& data = GetData();
-  HoldPopular<Interner>();
+void Draws(benchmark::State& state, const std::vector<std::u16string>& strings,
+           const std::vector<uint32_t>& draws) {
   Interner interner;
-  size_t i = static_cast<size_t>(state.thread_index()) * 500009;
+  size_t i = 0;
   for (auto _ : state) {
-    auto handle = interner.Lookup(data.popular[draws[i++ & (kDraws - 1)]]);
+    auto handle = interner.Lookup(strings[draws[i++ & (kDraws - 1)]]);
     benchmark::DoNotOptimize(&handle);
   }
   ReportHitRate(state, interner);
   state.SetItemsProcessed(static_cast<int64_t>(state.iterations()));
 }
 
-template <class Interner>
-void WorkloadA(benchmark::State& state) { Draws<Interner>(state, GetData().uniform); }
-template <class Interner>
-void WorkloadZ(benchmark::State& state) { Draws<Interner>(state, GetData().zipf); }
+size_t ThreadSlot(const benchmark::State& state) { return static_cast<size_t>(state.thread_index()) % kMaxThreads; }
 
 template <class Interner>
+void WorkloadA(benchmark::State& state) {
+  HoldPopular<Interner>();
+  Draws<Interner>(state, GetData().popular, GetData().uniform[ThreadSlot(state)]);
+}
+template <class Interner>
+void WorkloadZ(benchmark::State& state) {
+  HoldPopular<Interner>();
+  Draws<Interner>(state, GetData().popular, GetData().zipf[ThreadSlot(state)]);
+}
+// Churn: strings nobody holds (a set of 10,000 disjoint from the popular
+// ones), so each lookup finds the text's previous entry dead or gone.
+template <class Interner>
 void WorkloadC(benchmark::State& state) {
+  HoldPopular<Interner>();
+  Draws<Interner>(state, GetData().distinct, GetData().uniform[ThreadSlot(state)]);
+}
+
+// Workload A with nothing shared between the threads: each thread interns
+// its own copy of the 10,000 strings into a pool of its own. Beside
+// Lookup_A it shows what two threads cost each other when they take
+// references to the same strings (the strings' counts and the stripes'
+// locks are then written from both cores).
+void LookupUnsharedA(benchmark::State& state) {
   const Data& data = GetData();
-  Interner interner;
-  // Strings nobody holds: each lookup finds the previous one dead.
-  const std::vector<std::u16string>& churned = data.distinct;  // a disjoint set of 10,000
-  size_t i = static_cast<size_t>(state.thread_index()) * 500009;
+  IndirectStringFactoryMT pool(IndirectStringConfig::GetStringPoolGlobalStripedMapWidth());
+  const std::vector<std::u16string> strings = data.popular;  // this thread's copy
+  std::vector<IndirectString::Ptr> held;
+  for (const auto& s : strings) held.push_back(pool.Lookup(BenchCollation(), s.c_str()));
+  const std::vector<uint32_t>& draws = data.uniform[ThreadSlot(state)];
+  size_t i = 0;
   for (auto _ : state) {
-    auto handle = interner.Lookup(churned[data.uniform[i++ & (kDraws - 1)]]);
+    auto handle = pool.Lookup(BenchCollation(), strings[draws[i++ & (kDraws - 1)]].c_str());
     benchmark::DoNotOptimize(&handle);
   }
-  ReportHitRate(state, interner);
   state.SetItemsProcessed(static_cast<int64_t>(state.iterations()));
 }
 
@@ -282,22 +324,45 @@ size_t ResidentBytes() {
   return static_cast<size_t>(resident) * static_cast<size_t>(sysconf(_SC_PAGESIZE));
 }
 
+// Workload B interns into an empty interner of its own for each run: a
+// fresh pool for ours, fresh instances of the peers.
+template <class Interner>
+struct FreshRun {
+  FreshRun() {}  // the tagged flyweight's factory cannot be replaced
+};
+template <>
+struct FreshRun<Pool> {
+  std::unique_ptr<IGlobalIndirectStringPool> pool{
+      MakeDefaultGlobalIndirectStringPool(IndirectStringConfig::GetStringPoolGlobalStripedMapWidth())};
+  GlobalIndirectStringPoolScope scope{pool.get()};
+};
+template <>
+struct FreshRun<CachedPool> : FreshRun<Pool> {};
+template <class Interner>
+struct FreshInstance {
+  FreshInstance() : previous(std::exchange(Instance<Interner>(), new Interner())) {}
+  ~FreshInstance() { delete std::exchange(Instance<Interner>(), previous); }
+  Interner* previous;
+};
+template <>
+struct FreshRun<TbbPeer> : FreshInstance<TbbInterner> {};
+template <>
+struct FreshRun<MutexPeer> : FreshInstance<MutexInterner> {};
+
 // One run interns every distinct string once (threads take turns through
-// the list) and keeps them, into a fresh pool for our interners.
+// the list) and keeps them until the run ends.
 template <class Interner>
 void WorkloadB(benchmark::State& state) {
   const Data& data = GetData();
   static std::vector<typename Interner::Handle> held;
-  static std::unique_ptr<IGlobalIndirectStringPool> pool;
-  static std::unique_ptr<GlobalIndirectStringPoolScope> scope;
+  static std::unique_ptr<FreshRun<Interner>> fresh;
   static size_t heapBefore = 0, residentBefore = 0;
   const size_t threads = static_cast<size_t>(state.threads());
   const size_t thread = static_cast<size_t>(state.thread_index());
   if (thread == 0) {
     held.clear();
     held.resize(kDistinct);
-    pool.reset(MakeDefaultGlobalIndirectStringPool(IndirectStringConfig::GetStringPoolGlobalStripedMapWidth()));
-    scope = std::make_unique<GlobalIndirectStringPoolScope>(pool.get());
+    fresh = std::make_unique<FreshRun<Interner>>();
     heapBefore = HeapInUse();
     residentBefore = ResidentBytes();
   }
@@ -315,8 +380,7 @@ void WorkloadB(benchmark::State& state) {
         static_cast<double>(ResidentBytes() - residentBefore) / static_cast<double>(kDistinct);
     held.clear();
     held.shrink_to_fit();
-    scope.reset();
-    pool.reset();
+    fresh.reset();
   }
   state.SetItemsProcessed(static_cast<int64_t>(interned));
 }
@@ -340,7 +404,7 @@ VCD_STRINGPOOL_BENCH(WorkloadA, BM_StringPool_Lookup_A_PeerMutexSet, MutexPeer, 
 VCD_STRINGPOOL_BENCH(WorkloadB, BM_StringPool_Lookup_B, Pool, DistinctRuns);
 VCD_STRINGPOOL_BENCH(WorkloadB, BM_StringPool_CacheLookup_B, CachedPool, DistinctRuns);
 VCD_STRINGPOOL_BENCH(WorkloadB, BM_StringPool_Lookup_B_PeerTbb, TbbPeer, DistinctRuns);
-VCD_STRINGPOOL_BENCH(WorkloadB, BM_StringPool_Lookup_B_PeerFlyweight, Flyweight, DistinctRuns);
+VCD_STRINGPOOL_BENCH(WorkloadB, BM_StringPool_Lookup_B_PeerFlyweight, DistinctFlyweight, DistinctRuns);
 VCD_STRINGPOOL_BENCH(WorkloadB, BM_StringPool_Lookup_B_PeerMutexSet, MutexPeer, DistinctRuns);
 
 VCD_STRINGPOOL_BENCH(WorkloadC, BM_StringPool_Lookup_C, Pool, OneAndTwoThreads);
@@ -354,5 +418,8 @@ VCD_STRINGPOOL_BENCH(WorkloadZ, BM_StringPool_CacheLookup_Z, CachedPool, OneAndT
 VCD_STRINGPOOL_BENCH(WorkloadZ, BM_StringPool_Lookup_Z_PeerTbb, TbbPeer, OneAndTwoThreads);
 VCD_STRINGPOOL_BENCH(WorkloadZ, BM_StringPool_Lookup_Z_PeerFlyweight, Flyweight, OneAndTwoThreads);
 VCD_STRINGPOOL_BENCH(WorkloadZ, BM_StringPool_Lookup_Z_PeerMutexSet, MutexPeer, OneAndTwoThreads);
+
+void BM_StringPool_LookupUnshared_A(benchmark::State& state) { LookupUnsharedA(state); }
+BENCHMARK(BM_StringPool_LookupUnshared_A)->Apply(OneAndTwoThreads);
 
 }  // namespace

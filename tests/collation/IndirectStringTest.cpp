@@ -2,6 +2,7 @@
 // counters, collection, collation-aware comparison, pool configuration and
 // replacement.
 
+#include <algorithm>
 #include <functional>
 #include <random>
 
@@ -12,6 +13,7 @@
 #include "velcoredata/collation/IndirectString.h"
 #include "velcoredata/collation/IndirectStringLookupCache.h"
 #include "velcoredata/collation/internal/FastRemainder.h"
+#include "velcoredata/collation/internal/ShortText.h"
 
 namespace {
 
@@ -215,6 +217,45 @@ TEST(IndirectStringTest, StripeReductionEqualsTheRemainder) {
     const uint64_t a = rng();
     ASSERT_EQ(FastRemainder::Of(a, FastRemainder::Magic(d), d), a % d) << a << " % " << d;
   }
+}
+
+TEST(IndirectStringTest, ShortTextEqualitySeesADifferenceAnywhere) {
+  // Every length up to 40 code units, both texts at every 2-byte offset,
+  // and a difference in each code unit, in its low or its high byte.
+  alignas(16) char16_t a[64], b[64];
+  for (size_t offset = 0; offset < 8; ++offset) {
+    for (size_t length = 0; length <= 40; ++length) {
+      char16_t* x = a + offset;
+      char16_t* y = b + (7 - offset);
+      for (size_t i = 0; i < length; ++i) x[i] = y[i] = static_cast<char16_t>(0x4100 + i * 7);
+      ASSERT_TRUE(ShortText::Equal(x, y, length)) << offset << " " << length;
+      for (size_t i = 0; i < length; ++i) {
+        for (char16_t flip : {char16_t{0x0001}, char16_t{0x0100}}) {
+          y[i] ^= flip;
+          ASSERT_FALSE(ShortText::Equal(x, y, length)) << offset << " " << length << " " << i;
+          y[i] ^= flip;
+        }
+      }
+    }
+  }
+}
+
+TEST(IndirectStringTest, TextLengthFindsTheTerminatorAtEveryAlignment) {
+  // Texts of every length up to 40 code units, starting at every offset of
+  // a 16-byte block, after zeros (a previous text's end) that do not count.
+  alignas(16) char16_t buffer[80];
+  for (size_t start = 0; start < 8; ++start) {
+    for (size_t length = 0; length <= 40; ++length) {
+      std::fill(std::begin(buffer), std::end(buffer), u'x');
+      std::fill(buffer, buffer + start, u'\0');
+      buffer[start + length] = 0;
+      if (length > 0) buffer[start + length - 1] = 0xFF00;  // high byte set, low byte zero
+      ASSERT_EQ(ShortText::Length(buffer + start), length) << "start " << start << " length " << length;
+    }
+  }
+  // A zero byte in the middle of a code unit is no terminator.
+  const char16_t text[] = {0x0100, 0x00FF, 0x4100, 0};
+  EXPECT_EQ(ShortText::Length(text), 3u);
 }
 
 }  // namespace

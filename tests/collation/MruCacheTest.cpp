@@ -67,25 +67,46 @@ TEST(MruCacheTest, EvictsTheLeastRecentlyUsedAndPromotesOnFind) {
   EXPECT_FALSE(none.Find(1, value));
 }
 
+template <class Key>
+void CompareWithTheReferenceModel(size_t capacity) {
+  MruCache<Key, std::string, 0> cache(capacity);
+  ReferenceMru model(capacity);
+  std::mt19937 rng(static_cast<unsigned>(capacity));
+  std::uniform_int_distribution<int> key(0, static_cast<int>(capacity * 3));
+  for (int step = 0; step < 20000; ++step) {
+    const int k = key(rng);
+    if (rng() % 2) {
+      std::string a, b;
+      const bool foundA = cache.Find(Key{k}, a), foundB = model.Find(k, b);
+      ASSERT_EQ(foundA, foundB) << "capacity " << capacity << " step " << step;
+      ASSERT_EQ(a, b);
+    } else {
+      const std::string value = std::to_string(step);
+      ASSERT_EQ(cache.Insert(Key{k}, value), model.Insert(k, value)) << "capacity " << capacity << " step " << step;
+    }
+    ASSERT_EQ(cache.Size(), model.Size());
+  }
+}
+
+}  // namespace
+
+// A key whose hash takes five values: its entries pile up in long runs of
+// the cache's index, which removals must keep reachable.
+struct CollidingKey {
+  int value;
+  friend bool operator==(CollidingKey a, CollidingKey b) { return a.value == b.value; }
+};
+template <>
+struct std::hash<CollidingKey> {
+  size_t operator()(CollidingKey key) const noexcept { return static_cast<size_t>(key.value % 5); }
+};
+
+namespace {
+
 TEST(MruCacheTest, BehavesLikeTheReferenceModelOnRandomOperations) {
   for (size_t capacity : {1u, 2u, 7u, 64u}) {
-    MruCache<int, std::string, 0> cache(capacity);
-    ReferenceMru model(capacity);
-    std::mt19937 rng(static_cast<unsigned>(capacity));
-    std::uniform_int_distribution<int> key(0, static_cast<int>(capacity * 3));
-    for (int step = 0; step < 20000; ++step) {
-      const int k = key(rng);
-      if (rng() % 2) {
-        std::string a, b;
-        const bool foundA = cache.Find(k, a), foundB = model.Find(k, b);
-        ASSERT_EQ(foundA, foundB) << "capacity " << capacity << " step " << step;
-        ASSERT_EQ(a, b);
-      } else {
-        const std::string value = std::to_string(step);
-        ASSERT_EQ(cache.Insert(k, value), model.Insert(k, value)) << "capacity " << capacity << " step " << step;
-      }
-      ASSERT_EQ(cache.Size(), model.Size());
-    }
+    CompareWithTheReferenceModel<int>(capacity);
+    CompareWithTheReferenceModel<CollidingKey>(capacity);
   }
 }
 
@@ -110,6 +131,32 @@ TEST(IndirectStringLookupCacheTest, ReturnsThePoolsObjectsAndCountsHits) {
   cache.Clear();
   EXPECT_EQ(pool.counters.entries - pool.counters.weakEntries, liveBefore - 3);  // Bergen, OSLO, ""
   EXPECT_EQ(first->GetRefCount(), 2);  // Oslo is still held by `first`
+}
+
+TEST(IndirectStringLookupCacheTest, HoldsOneReferenceOfItsOwnInTheGlobalPool) {
+  // The default pool serves a cache's miss with two references at once:
+  // the caller's and the cache's.
+  CountingHooks counters;
+  const Collation c(u"LEN_RUS");
+  IndirectStringLookupCache cache(c, 2);
+  IndirectString::Ptr fresh = cache.Lookup(u"held by the cache and its caller");
+  EXPECT_EQ(fresh.get(), IndirectString::Lookup(c, u"held by the cache and its caller").get());
+  EXPECT_EQ(fresh->GetRefCount(), 3);  // the pool, the cache, the caller
+  EXPECT_EQ(counters.entries, 1);
+  IndirectString* const raw = fresh.get();
+  fresh.reset();
+  EXPECT_EQ(raw->GetRefCount(), 2);
+  EXPECT_EQ(cache.Lookup(u"held by the cache and its caller").get(), raw);
+
+  // A text already interned elsewhere gains exactly the two references.
+  const IndirectString::Ptr elsewhere = IndirectString::Lookup(c, u"interned before the cache saw it");
+  const IndirectString::Ptr cached = cache.Lookup(u"interned before the cache saw it");
+  EXPECT_EQ(cached.get(), elsewhere.get());
+  EXPECT_EQ(elsewhere->GetRefCount(), 4);
+  cache.Clear();
+  EXPECT_EQ(elsewhere->GetRefCount(), 3);
+  EXPECT_EQ(raw->GetRefCount(), 0);  // died with the cache's reference
+  EXPECT_EQ(counters.weakEntries, 1);
 }
 
 TEST(IndirectStringLookupCacheTest, ACacheOfOneAlternatelyAskedForTwoTextsAlwaysGoesToThePool) {

@@ -27,12 +27,24 @@ IGlobalIndirectStringPool& GetGlobalIndirectStringPool() {
   return DefaultPool();
 }
 
-IndirectString::Ptr GlobalPoolAccess::Lookup(const Collation& collation, const char16_t* text, int length,
-                                             const THash128Value& hash) {
+// Defined here, beside the default pool, so that it reaches the pool's
+// lookup in one direct call.
+IndirectString::Ptr IndirectString::Lookup(const Collation& collation, const char16_t* text) {
   if (IGlobalIndirectStringPool* replacement = g_replacement.load(std::memory_order_acquire)) {
     return replacement->Lookup(collation, text);
   }
-  return DefaultPool().Lookup(collation, text, length, hash);
+  return DefaultPool().LookupText(collation, text);
+}
+
+std::pair<IndirectString::Ptr, IndirectString::Ptr> GlobalPoolAccess::LookupTwice(const Collation& collation,
+                                                                                  const char16_t* text, int length,
+                                                                                  THash128Value hash) {
+  if (IGlobalIndirectStringPool* replacement = g_replacement.load(std::memory_order_acquire)) {
+    IndirectString::Ptr found = replacement->Lookup(collation, text);
+    return {found, found};
+  }
+  IndirectString* found = DefaultPool().LookupImpl(collation, text, length, hash, 2);
+  return {IndirectString::Ptr(found, AdoptRef), IndirectString::Ptr(found, AdoptRef)};
 }
 
 GlobalIndirectStringPoolScope::GlobalIndirectStringPoolScope(IGlobalIndirectStringPool* pool)

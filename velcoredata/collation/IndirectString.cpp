@@ -3,17 +3,14 @@
 #include <cstring>
 #include <new>
 
-#include "velcoredata/collation/IGlobalIndirectStringPool.h"
-#include "velcoredata/core/CoreDataOptions.h"
+#include "velcoredata/core/internal/StringPoolHooks.h"
 
-IndirectString::Ptr IndirectString::Lookup(const Collation& collation, const char16_t* text) {
-  return GetGlobalIndirectStringPool().Lookup(collation, text);
-}
-
-IndirectString* IndirectString::Create(const Collation* collation, const char16_t* text, int length) {
+IndirectString* IndirectString::Create(const Collation* collation, const char16_t* text, int length,
+                                       int32_t references) {
   const size_t textBytes = static_cast<size_t>(length) * sizeof(char16_t);
   void* memory = ::operator new(sizeof(IndirectString) + textBytes + sizeof(char16_t));
   auto* string = new (memory) IndirectString(collation, length);
+  string->m_refCount.store(1 + references, std::memory_order_relaxed);
   auto* copy = reinterpret_cast<char16_t*>(string + 1);
   if (textBytes) std::memcpy(copy, text, textBytes);
   copy[length] = 0;
@@ -25,16 +22,13 @@ void IndirectString::Destroy(IndirectString* string) noexcept {
   ::operator delete(static_cast<void*>(string));
 }
 
-void IndirectString::AddRef(IndirectString* string) noexcept { IncrementRefCount(string->m_refCount); }
-
-void IndirectString::RemoveReference() noexcept {
-  const int32_t count = m_refCount.fetch_sub(1, std::memory_order_acq_rel) - 1;
+void IndirectString::LastReferencesGone(int32_t count) noexcept {
   if (count == 1 && !m_detached.load(std::memory_order_relaxed)) {
     // Only the pool's reference is left: the string dies. Its memory stays
     // with the pool until a lookup or a forced collection frees it, which
     // happens only once the count is 0; this thread touches nothing after.
-    CoreDataOptions::UpdateStringPoolWeakEntryCounter(1);
-    CoreDataOptions::UpdateStringPoolTotalBytesCounter(-static_cast<long long>(TextBytes()));
+    StringPoolHooks::WeakEntries(1);
+    StringPoolHooks::TotalBytes(-static_cast<long long>(TextBytes()));
     m_refCount.store(0, std::memory_order_release);
   } else if (count == 0) {
     Destroy(this);  // no longer in any map: the last user frees it

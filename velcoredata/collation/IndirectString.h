@@ -57,9 +57,13 @@ class VELCOREDATA_EXPORT IndirectString {
 
   // RefCntPtr traits: AddRef aborts the process when the count would pass
   // 0x7FFFFFFE; Release is RemoveReference.
-  static void AddRef(IndirectString* string) noexcept;
+  static void AddRef(IndirectString* string) noexcept { IncrementRefCount(string->m_refCount); }
   static void Release(IndirectString* string) noexcept { string->RemoveReference(); }
-  void RemoveReference() noexcept;
+  void RemoveReference() noexcept {
+    // Inline: most releases leave the string alive.
+    const int32_t count = m_refCount.fetch_sub(1, std::memory_order_acq_rel) - 1;
+    if (count <= 1) LastReferencesGone(count);
+  }
 
   // Collation-aware equality: different cached hashes or non-equivalent
   // collations are unequal; otherwise the collation compares the texts.
@@ -78,21 +82,30 @@ class VELCOREDATA_EXPORT IndirectString {
       : m_collation(collation), m_length(length) {}
   ~IndirectString() = default;
 
-  // A new string holding the pool's reference and the caller's (count 2).
-  static IndirectString* Create(const Collation* collation, const char16_t* text, int length);
+  // A new string holding the pool's reference and `references` for the
+  // caller (count 1 + references).
+  static IndirectString* Create(const Collation* collation, const char16_t* text, int length,
+                                int32_t references = 1);
   static void Destroy(IndirectString* string) noexcept;
-  // A new reference if the string is alive (count >= 2), by compare-and-swap.
-  bool TryAddRefIfAlive() noexcept {
+  // `references` new references (1 or 2, taken in one step) if the string is
+  // alive (count >= 2), by compare-and-swap; aborts where as many single
+  // increments would.
+  bool TryAddRefIfAlive(int32_t references = 1) noexcept {
     int32_t count = m_refCount.load(std::memory_order_relaxed);
     while (count >= 2) {
-      if (count == kRefCountLimit) RefCountOverflow();
-      if (m_refCount.compare_exchange_weak(count, count + 1, std::memory_order_acquire,
+      if (count > kRefCountLimit - references) RefCountOverflow();
+      if (m_refCount.compare_exchange_weak(count, count + references, std::memory_order_acquire,
                                            std::memory_order_relaxed)) {
         return true;
       }
     }
     return false;
   }
+  // RemoveReference left `count` (1: only the pool's; 0: nobody's).
+  void LastReferencesGone(int32_t count) noexcept;
+  // Whether the string is dead (count 0); what its dying thread did before
+  // is visible after a true answer, so the string may be freed.
+  bool IsDead() const noexcept { return m_refCount.load(std::memory_order_acquire) == 0; }
   // The pool lets go of the string for good (the pool is being destroyed).
   void Detach() noexcept;
   size_t TextBytes() const noexcept { return static_cast<size_t>(m_length) * sizeof(char16_t); }

@@ -4,14 +4,25 @@
 #include "velcoredata/collation/internal/CollatorText.h"
 #include "velcoredata/collation/internal/FastRemainder.h"
 #include "velcoredata/collation/internal/GlobalPoolAccess.h"
+#include "velcoredata/collation/internal/StripeMutex.h"
+#include "velcoredata/collation/internal/ShortText.h"
 #include "velcoredata/platform/LogicException.h"
 #include "velcoredata/platform/THash.h"
 
-using GlobalPoolAccess::kSeed1;
-using GlobalPoolAccess::kSeed2;
+// One cache line: a lookup whose string sits in the stripe's first slots
+// misses on the stripe and on the string, nothing else.
+struct alignas(64) IndirectStringFactoryMT::Stripe {
+  StripeMutex mutex;
+  WeakIndirectStringFactory factory;
+};
+
+namespace {
+using StripeLock = std::lock_guard<StripeMutex>;
+}  // namespace
 
 IndirectStringFactoryMT::IndirectStringFactoryMT(int width) : m_width(width) {
   VEL_ASSERT(m_width > 0);
+  static_assert(sizeof(Stripe) == 64);
   const FastRemainder::Uint128 magic = FastRemainder::Magic(static_cast<uint64_t>(m_width));
   m_widthMagicLow = static_cast<uint64_t>(magic);
   m_widthMagicHigh = static_cast<uint64_t>(magic >> 64);
@@ -26,25 +37,29 @@ size_t IndirectStringFactoryMT::StripeOf(uint64_t hash) const noexcept {
 }
 
 IndirectString::Ptr IndirectStringFactoryMT::Lookup(const Collation& collation, const char16_t* text) {
+  return LookupText(collation, text);
+}
+
+IndirectString::Ptr IndirectStringFactoryMT::LookupText(const Collation& collation, const char16_t* text) {
   text = CollatorText::Text(text);
-  const int length = CollatorText::Length(text);
-  return LookupImpl(collation, text, length,
-                    THash128(text, static_cast<size_t>(length) * sizeof(char16_t), kSeed1, kSeed2));
+  const int length = static_cast<int>(ShortText::Length(text));
+  return IndirectString::Ptr(LookupImpl(collation, text, length, GlobalPoolAccess::HashOf(text, length), 1),
+                             AdoptRef);
 }
 
 IndirectString::Ptr IndirectStringFactoryMT::Lookup(const Collation& collation, const char16_t* text,
                                                     int length) {
-  return LookupImpl(collation, text, length,
-                    THash128(text, static_cast<size_t>(length) * sizeof(char16_t), kSeed1, kSeed2));
+  return IndirectString::Ptr(LookupImpl(collation, text, length, GlobalPoolAccess::HashOf(text, length), 1),
+                             AdoptRef);
 }
 
 IndirectString::Ptr IndirectStringFactoryMT::Lookup(const Collation& collation, const char16_t* text,
                                                     int length, const THash128Value& hash) {
-  return LookupImpl(collation, text, length, hash);
+  return IndirectString::Ptr(LookupImpl(collation, text, length, hash, 1), AdoptRef);
 }
 
-IndirectString::Ptr IndirectStringFactoryMT::LookupImpl(const Collation& collation, const char16_t* text,
-                                                        int length, const THash128Value& hash) {
+IndirectString* IndirectStringFactoryMT::LookupImpl(const Collation& collation, const char16_t* text, int length,
+                                                    THash128Value hash, int32_t references) {
   Stripe& stripe = m_stripes[StripeOf(hash.low)];
   // The stripe and the string are most likely not in cache: start loading
   // them while the collation is looked up and the lock is taken.
@@ -52,10 +67,10 @@ IndirectString::Ptr IndirectStringFactoryMT::LookupImpl(const Collation& collati
   const Collation* canonical = CanonicalCollations::Get(collation);
   stripe.factory.Prefetch(hash.high);
   WeakIndirectStringFactory::GarbageList garbage;
-  IndirectString::Ptr found;
+  IndirectString* found;
   {
-    AutoSynchronize lock(stripe.mutex);
-    found = stripe.factory.Lookup(canonical, text, length, hash.high, garbage);
+    StripeLock lock(stripe.mutex);
+    found = stripe.factory.LookupImpl(canonical, text, length, hash.high, garbage, references);
   }
   if (!garbage.empty()) WeakIndirectStringFactory::FreeGarbage(garbage);
   return found;
@@ -66,7 +81,7 @@ size_t IndirectStringFactoryMT::ForceCollectAllGarbage() {
   for (int i = 0; i < m_width; ++i) {
     WeakIndirectStringFactory::GarbageList garbage;
     {
-      AutoSynchronize lock(m_stripes[i].mutex);
+      StripeLock lock(m_stripes[i].mutex);
       m_stripes[i].factory.CollectGarbage(garbage);
     }
     collected += garbage.size();
@@ -78,7 +93,7 @@ size_t IndirectStringFactoryMT::ForceCollectAllGarbage() {
 size_t IndirectStringFactoryMT::GetEntryCount() {
   size_t count = 0;
   for (int i = 0; i < m_width; ++i) {
-    AutoSynchronize lock(m_stripes[i].mutex);
+    StripeLock lock(m_stripes[i].mutex);
     count += m_stripes[i].factory.GetEntryCount();
   }
   return count;

@@ -1,11 +1,11 @@
 // IndirectStringFactoryMT: the striped string pool.
 //
 // `width` stripes, each a WeakIndirectStringFactory behind its own
-// recursive mutex. A text's 128-bit hash (THash128, seeds 0xDEADBEEF and
-// 0xCAFEBABE) picks the stripe (low 64 bits modulo the width) and the key
-// within it (high 64 bits), so threads interning different texts rarely
-// meet on a lock. Dead strings met during a lookup are freed after the
-// stripe's lock is released.
+// recursive mutex, the two together in one cache line. A text's 128-bit
+// hash (THash128, seeds 0xDEADBEEF and 0xCAFEBABE) picks the stripe (low 64
+// bits modulo the width) and the key within it (high 64 bits), so threads
+// interning different texts rarely meet on a lock. Dead strings met during
+// a lookup are freed after the stripe's lock is released.
 //
 // Thread-safety: Lookup and ForceCollectAllGarbage may be called from any
 // thread. Destroy the pool only when no other thread uses it; its live
@@ -44,17 +44,17 @@ class VELCOREDATA_EXPORT IndirectStringFactoryMT final : public IGlobalIndirectS
   size_t GetEntryCount();
 
  private:
-  // Two cache lines, aligned as a pair: the lock and the first slots of the
-  // stripe's map arrive together.
-  struct alignas(128) Stripe {
-    TRecursiveMutex mutex;
-    WeakIndirectStringFactory factory;
-  };
+  friend class IndirectString;  // IndirectString::Lookup
+  friend struct GlobalPoolAccess;
+  struct Stripe;  // the lock and the map of one stripe
 
-  size_t StripeOf(uint64_t hash) const noexcept;
+  [[gnu::visibility("hidden")]] size_t StripeOf(uint64_t hash) const noexcept;
   // What every Lookup comes down to; not exported, so calls stay direct.
-  [[gnu::visibility("hidden")]] IndirectString::Ptr LookupImpl(const Collation& collation, const char16_t* text,
-                                                               int length, const THash128Value& hash);
+  [[gnu::visibility("hidden")]] IndirectString::Ptr LookupText(const Collation& collation, const char16_t* text);
+  // The string with `references` (1 or 2) taken for the caller.
+  [[gnu::visibility("hidden")]] IndirectString* LookupImpl(const Collation& collation, const char16_t* text,
+                                                           int length, THash128Value hash,
+                                                           int32_t references);
 
   TRecursiveMutex m_mutex;  // the pool's own; stripes do not need it
   int m_width;

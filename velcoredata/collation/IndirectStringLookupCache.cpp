@@ -1,10 +1,9 @@
 #include "velcoredata/collation/IndirectStringLookupCache.h"
 
-#include <cstring>
-
 #include "velcoredata/collation/internal/CanonicalCollations.h"
 #include "velcoredata/collation/internal/CollatorText.h"
 #include "velcoredata/collation/internal/GlobalPoolAccess.h"
+#include "velcoredata/collation/internal/ShortText.h"
 #include "velcoredata/core/CoreDataOptions.h"
 #include "velcoredata/platform/THash.h"
 
@@ -33,23 +32,22 @@ void Bump(std::atomic<uint64_t>& counter) {
 
 IndirectString::Ptr IndirectStringLookupCache::Lookup(const char16_t* text) {
   text = CollatorText::Text(text);
-  const int length = CollatorText::Length(text);
-  const size_t bytes = static_cast<size_t>(length) * sizeof(char16_t);
+  const int length = static_cast<int>(ShortText::Length(text));
   // The key is part of the pool's own hash of the text, which a miss hands
   // on to the pool: one hash per lookup.
-  const THash128Value hash = THash128(text, bytes, GlobalPoolAccess::kSeed1, GlobalPoolAccess::kSeed2);
+  const THash128Value hash = GlobalPoolAccess::HashOf(text, length);
   const unsigned long long key = hash.high;
   IndirectString::Ptr found;
   // A different text with the same 64-bit key is a miss; it replaces the entry.
   if (m_cache.Find(key, found) && &found->GetCollation() == m_collation && found->GetLength() == length &&
-      std::memcmp(found->GetText(), text, bytes) == 0) {
+      ShortText::Equal(found->GetText(), text, static_cast<size_t>(length))) {
     Bump(m_hits);
     return found;
   }
   Bump(m_misses);
-  IndirectString::Ptr interned = GlobalPoolAccess::Lookup(*m_collation, text, length, hash);
+  auto [interned, kept] = GlobalPoolAccess::LookupTwice(*m_collation, text, length, hash);
   // The evicted string (if any) is released here, after the cache's lock.
-  IndirectString::Ptr evicted = m_cache.Insert(key, interned);
+  IndirectString::Ptr evicted = m_cache.Insert(key, std::move(kept));
   return interned;
 }
 

@@ -1,77 +1,145 @@
 #include "velcoredata/collation/WeakIndirectStringFactory.h"
 
-#include <cstring>
-#include <memory>
+#include <new>
 
-#include "velcoredata/core/CoreDataOptions.h"
+#include "velcoredata/collation/internal/GlobalPoolAccess.h"
+#include "velcoredata/collation/internal/ShortText.h"
+#include "velcoredata/core/internal/StringPoolHooks.h"
+#include "velcoredata/platform/THash.h"
+
+namespace {
+
+constexpr uint32_t kFirstOverflowCapacity = 8;
+
+bool SameText(const IndirectString& string, const char16_t* text, int length) noexcept {
+  return string.GetLength() == length && ShortText::Equal(string.GetText(), text, static_cast<size_t>(length));
+}
+
+// Whether `string` is stored under `key`, the key of `text`. The key is a
+// function of the text, so equal texts answer at once; a different text
+// under the same tag (rare) has its key computed again.
+bool HasKey(const IndirectString& string, uint64_t key, const char16_t* text, int length) noexcept {
+  if (SameText(string, text, length)) return true;
+  return GlobalPoolAccess::HashOf(string.GetText(), string.GetLength()).high == key;
+}
+
+}  // namespace
+
+WeakIndirectStringFactory::Overflow* WeakIndirectStringFactory::Overflow::Make(uint32_t capacity) {
+  void* memory = ::operator new(sizeof(Overflow) + capacity * sizeof(Slot));
+  auto* overflow = new (memory) Overflow();
+  for (uint32_t i = 0; i < capacity; ++i) new (overflow->Slots() + i) Slot();
+  return overflow;
+}
+
+void WeakIndirectStringFactory::Overflow::Free(Overflow* overflow, uint32_t capacity) noexcept {
+  if (!overflow) return;
+  for (uint32_t i = 0; i < capacity; ++i) overflow->Slots()[i].~Slot();
+  overflow->~Overflow();
+  ::operator delete(static_cast<void*>(overflow));
+}
 
 WeakIndirectStringFactory::~WeakIndirectStringFactory() {
-  Slot* const slots = Slots();
   GarbageList garbage;
   long long released = 0, releasedBytes = 0;
-  for (uint32_t i = 0; m_size != 0 && i <= Mask(); ++i) {
-    IndirectString* string = slots[i].String();
-    if (!string) continue;
-    if (string->m_refCount.load(std::memory_order_acquire) == 0) {
+  const auto letGo = [&](IndirectString* string) {
+    if (string->IsDead()) {
       garbage.push_back(string);
     } else {
       ++released;
       releasedBytes += static_cast<long long>(string->TextBytes());
       string->Detach();
     }
+  };
+  for (int k = 0; k < kInline; ++k) {
+    if (IndirectString* string = Inline(k)) letGo(string);
   }
-  if (slots != m_inline) delete[] slots;
+  if (Overflow* overflow = m_overflow.load(std::memory_order_relaxed)) {
+    for (uint32_t i = 0; i < OverflowCapacity(); ++i) {
+      if (IndirectString* string = overflow->Slots()[i].String()) letGo(string);
+    }
+    Overflow::Free(overflow, OverflowCapacity());
+  }
   // The counters describe what the maps hold; the detached strings leave them.
   try {
     FreeGarbage(garbage);
     if (released) {
-      CoreDataOptions::UpdateStringPoolEntryCounter(-released);
-      CoreDataOptions::UpdateStringPoolTotalBytesCounter(-releasedBytes);
+      StringPoolHooks::Entries(-released);
+      StringPoolHooks::TotalBytes(-releasedBytes);
     }
   } catch (...) {
     // An empty hook: the strings are gone all the same, only the counters miss it.
   }
 }
 
-void WeakIndirectStringFactory::Prefetch(uint64_t key) const noexcept {
-  const Slot* slots = Slots();
-  const uint32_t i = static_cast<uint32_t>(key) & Mask();
-  if (slots == m_inline) {
-    // The inline slots are never freed, so the string one names can be
-    // prefetched too (a prefetch of memory freed meanwhile is harmless).
-    if (const IndirectString* string = m_inline[i & (kInlineSlots - 1)].String()) __builtin_prefetch(string);
-  } else {
-    __builtin_prefetch(slots + i);
-  }
+size_t WeakIndirectStringFactory::GetEntryCount() const noexcept {
+  size_t count = 0;
+  for (int k = 0; k < kInline; ++k) count += Inline(k) != nullptr;
+  if (const Overflow* overflow = m_overflow.load(std::memory_order_relaxed)) count += overflow->size;
+  return count;
 }
 
-IndirectString::Ptr WeakIndirectStringFactory::Lookup(const Collation* collation, const char16_t* text,
-                                                      int length, uint64_t key, GarbageList& garbage) {
-  const size_t bytes = static_cast<size_t>(length) * sizeof(char16_t);
-  Slot* const slots = Slots();
-  const uint32_t mask = Mask();
-  for (uint32_t i = static_cast<uint32_t>(key) & mask; IndirectString* string = slots[i].String();) {
-    if (slots[i].Key() != key) {
-      i = (i + 1) & mask;
+IndirectString::Ptr WeakIndirectStringFactory::Lookup(const Collation* collation, const char16_t* text, int length,
+                                                      uint64_t key, GarbageList& garbage) {
+  return IndirectString::Ptr(LookupImpl(collation, text, length, key, garbage, 1), AdoptRef);
+}
+
+IndirectString* WeakIndirectStringFactory::LookupImpl(const Collation* collation, const char16_t* text, int length,
+                                                      uint64_t key, GarbageList& garbage, int32_t references) {
+  const auto matches = [&](IndirectString* string) {
+    return string->m_collation == collation && SameText(*string, text, length) &&
+           string->TryAddRefIfAlive(references);
+  };
+  const uint32_t tags = m_tags.load(std::memory_order_relaxed);
+  for (int k = 0; k < kInline; ++k) {
+    IndirectString* string = Inline(k);
+    if (!string || TagAt(tags, k) != Tag(key)) continue;
+    if (string->IsDead()) {
+      if (HasKey(*string, key, text, length)) {
+        garbage.push_back(string);
+        SetInline(k, 0, nullptr);
+      }
       continue;
     }
-    if (string->m_refCount.load(std::memory_order_acquire) == 0) {
-      garbage.push_back(string);
-      RemoveAt(i);  // a later entry may now sit at i: look at it next
-      continue;
-    }
-    if (string->m_length == length && string->m_collation == collation &&
-        std::memcmp(string->GetText(), text, bytes) == 0 && string->TryAddRefIfAlive()) {
-      return IndirectString::Ptr(string, AdoptRef);
-    }
-    i = (i + 1) & mask;
+    if (matches(string)) return string;
   }
-  // Report first: a hook that throws leaves the map as it was.
-  CoreDataOptions::UpdateStringPoolEntryCounter(1);
-  CoreDataOptions::UpdateStringPoolTotalBytesCounter(static_cast<long long>(length) * 2);
-  IndirectString* created = IndirectString::Create(collation, text, length);
-  Insert(key, created);
-  return IndirectString::Ptr(created, AdoptRef);
+  if (Overflow* overflow = m_overflow.load(std::memory_order_relaxed)) {
+    Slot* const slots = overflow->Slots();
+    const uint32_t mask = OverflowCapacity() - 1;
+    for (uint32_t i = static_cast<uint32_t>(key) & mask; IndirectString* string = slots[i].String();) {
+      if (slots[i].Key() != key) {
+        i = (i + 1) & mask;
+        continue;
+      }
+      if (string->IsDead()) {
+        garbage.push_back(string);
+        RemoveOverflowAt(i);  // a later entry may now sit at i: look at it next
+        if (!m_overflow.load(std::memory_order_relaxed)) break;  // emptied and freed
+        continue;
+      }
+      if (matches(string)) return string;
+      i = (i + 1) & mask;
+    }
+  }
+  // Everything that can fail (room in the map, the string, the hooks)
+  // comes before the string is linked: a failure leaves the map and the
+  // counters as they were.
+  const int freeSlot = FreeInlineSlot();
+  if (freeSlot < 0) ReserveOverflow();
+  IndirectString* created = IndirectString::Create(collation, text, length, references);
+  try {
+    StringPoolHooks::Entries(1);
+    StringPoolHooks::TotalBytes(static_cast<long long>(length) * 2);
+  } catch (...) {
+    IndirectString::Destroy(created);
+    throw;
+  }
+  if (freeSlot >= 0) {
+    SetInline(freeSlot, Tag(key), created);
+  } else {
+    InsertOverflow(key, created);
+  }
+  return created;
 }
 
 IndirectString::Ptr WeakIndirectStringFactory::GetPtrIfStringIsAlive(IndirectString& string) {
@@ -79,12 +147,18 @@ IndirectString::Ptr WeakIndirectStringFactory::GetPtrIfStringIsAlive(IndirectStr
 }
 
 void WeakIndirectStringFactory::CollectGarbage(GarbageList& garbage) {
-  Slot* const slots = Slots();
-  for (uint32_t i = 0; i <= Mask();) {
-    IndirectString* string = slots[i].String();
-    if (string && string->m_refCount.load(std::memory_order_acquire) == 0) {
+  for (int k = 0; k < kInline; ++k) {
+    IndirectString* string = Inline(k);
+    if (string && string->IsDead()) {
       garbage.push_back(string);
-      RemoveAt(i);  // re-examine i
+      SetInline(k, 0, nullptr);
+    }
+  }
+  for (uint32_t i = 0; m_overflow.load(std::memory_order_relaxed) && i < OverflowCapacity();) {
+    IndirectString* string = m_overflow.load(std::memory_order_relaxed)->Slots()[i].String();
+    if (string && string->IsDead()) {
+      garbage.push_back(string);
+      RemoveOverflowAt(i);  // re-examine i
     } else {
       ++i;
     }
@@ -105,51 +179,79 @@ void WeakIndirectStringFactory::FreeGarbage(GarbageList& garbage) {
   const long long count = static_cast<long long>(garbage.size());
   for (IndirectString* string : garbage) IndirectString::Destroy(string);
   garbage.clear();
-  CoreDataOptions::UpdateStringPoolEntryCounter(-count);
-  CoreDataOptions::UpdateStringPoolWeakEntryCounter(-count);
+  StringPoolHooks::Entries(-count);
+  StringPoolHooks::WeakEntries(-count);
 }
 
-void WeakIndirectStringFactory::Insert(uint64_t key, IndirectString* string) {
-  if ((m_size + 1) * 4 > (Mask() + 1) * 3) Grow();
-  Slot* const slots = Slots();
-  const uint32_t mask = Mask();
+void WeakIndirectStringFactory::SetInline(int k, uint32_t tag, IndirectString* string) noexcept {
+  const uint32_t shift = 8 * static_cast<uint32_t>(k);
+  const uint32_t tags = m_tags.load(std::memory_order_relaxed);
+  m_tags.store((tags & ~(0xFFu << shift)) | (tag << shift), std::memory_order_relaxed);
+  m_inline[k].store(string, std::memory_order_relaxed);
+}
+
+int WeakIndirectStringFactory::FreeInlineSlot() const noexcept {
+  for (int k = 0; k < kInline; ++k) {
+    if (!Inline(k)) return k;
+  }
+  return -1;
+}
+
+void WeakIndirectStringFactory::ReserveOverflow() {
+  const Overflow* overflow = m_overflow.load(std::memory_order_relaxed);
+  if (!overflow || (overflow->size + 1) * 4 > OverflowCapacity() * 3) GrowOverflow();
+}
+
+void WeakIndirectStringFactory::InsertOverflow(uint64_t key, IndirectString* string) noexcept {
+  Overflow* const overflow = m_overflow.load(std::memory_order_relaxed);
+  Slot* const slots = overflow->Slots();
+  const uint32_t mask = OverflowCapacity() - 1;
   uint32_t i = static_cast<uint32_t>(key) & mask;
   while (slots[i].String()) i = (i + 1) & mask;
   slots[i].Set(key, string);
-  ++m_size;
+  ++overflow->size;
 }
 
-void WeakIndirectStringFactory::Grow() {
-  Slot* const old = Slots();
-  const uint32_t oldMask = Mask();
-  const uint32_t capacity = (oldMask + 1) * 2;
-  std::unique_ptr<Slot[]> slots(new Slot[capacity]);
+void WeakIndirectStringFactory::GrowOverflow() {
+  Overflow* const old = m_overflow.load(std::memory_order_relaxed);
+  const uint32_t oldCapacity = old ? OverflowCapacity() : 0;
+  const uint32_t capacity = old ? oldCapacity * 2 : kFirstOverflowCapacity;
+  Overflow* const grown = Overflow::Make(capacity);
   const uint32_t mask = capacity - 1;
-  for (uint32_t i = 0; i <= oldMask; ++i) {
-    if (!old[i].String()) continue;
-    uint32_t j = static_cast<uint32_t>(old[i].Key()) & mask;
-    while (slots[j].String()) j = (j + 1) & mask;
-    slots[j].CopyFrom(old[i]);
+  for (uint32_t i = 0; i < oldCapacity; ++i) {
+    const Slot& from = old->Slots()[i];
+    if (!from.String()) continue;
+    uint32_t j = static_cast<uint32_t>(from.Key()) & mask;
+    while (grown->Slots()[j].String()) j = (j + 1) & mask;
+    grown->Slots()[j].Set(from.Key(), from.String());
   }
-  m_slots.store(slots.release(), std::memory_order_relaxed);
-  m_mask.store(mask, std::memory_order_relaxed);
-  if (old != m_inline) delete[] old;
+  grown->size = old ? old->size : 0;
+  m_overflow.store(grown, std::memory_order_relaxed);
+  m_overflowMask.store(mask, std::memory_order_relaxed);
+  Overflow::Free(old, oldCapacity);
 }
 
 // Backward-shift deletion: later members of the probe run move up so that
-// no run is broken by the hole.
-void WeakIndirectStringFactory::RemoveAt(uint32_t index) noexcept {
-  Slot* const slots = Slots();
-  const uint32_t mask = Mask();
+// no run is broken by the hole. An emptied table is freed.
+void WeakIndirectStringFactory::RemoveOverflowAt(uint32_t index) noexcept {
+  Overflow* const overflow = m_overflow.load(std::memory_order_relaxed);
+  const uint32_t mask = OverflowCapacity() - 1;
+  if (--overflow->size == 0) {
+    m_overflow.store(nullptr, std::memory_order_relaxed);
+    m_overflowMask.store(0, std::memory_order_relaxed);
+    Overflow::Free(overflow, mask + 1);
+    return;
+  }
+  Slot* const slots = overflow->Slots();
   uint32_t hole = index;
+  slots[hole].Set(0, nullptr);
   for (uint32_t i = (hole + 1) & mask; slots[i].String(); i = (i + 1) & mask) {
     const uint32_t home = static_cast<uint32_t>(slots[i].Key()) & mask;
-    // Move i into the hole unless its home lies cyclically in (hole, i].
+    // i may move into the hole unless its home lies cyclically in (hole, i].
     const bool homeAfterHole = hole <= i ? (home > hole && home <= i) : (home > hole || home <= i);
     if (homeAfterHole) continue;
-    slots[hole].CopyFrom(slots[i]);
+    slots[hole].Set(slots[i].Key(), slots[i].String());
+    slots[i].Set(0, nullptr);
     hole = i;
   }
-  slots[hole].Set(0, nullptr);
-  --m_size;
 }

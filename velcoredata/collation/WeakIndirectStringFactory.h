@@ -2,8 +2,9 @@
 //
 // A multimap from a 64-bit text hash to the strings stored under it,
 // holding each string by the pool's own reference. Dead strings (count 0)
-// stay in the map until a lookup walks over them or ForceCollectAllGarbage
-// runs; collecting one reports -1 to the entry and weak-entry counters.
+// stay in the map until a lookup of their key walks over them or
+// ForceCollectAllGarbage runs; collecting one reports -1 to the entry and
+// weak-entry counters.
 //
 // Not synchronised: the owner (IndirectStringFactoryMT) locks the stripe
 // around every call. Destroying the factory frees its dead strings and lets
@@ -49,17 +50,42 @@ class VELCOREDATA_EXPORT WeakIndirectStringFactory {
   static void FreeGarbage(GarbageList& garbage);
 
   // Strings in the map, dead ones included.
-  size_t GetEntryCount() const noexcept { return m_size; }
+  size_t GetEntryCount() const noexcept;
 
-  // Starts loading what a lookup of `key` will touch, without the stripe's
-  // lock: the caller can overlap the cache misses with other work. Only
-  // prefetches; a concurrent writer makes it useless, never wrong.
-  void Prefetch(uint64_t key) const noexcept;
+  // Starts loading what a lookup of `key` will touch (for writing: the
+  // lookup takes a reference), without the stripe's lock, so that the
+  // caller can overlap the cache misses with other work. Only prefetches:
+  // a concurrent writer makes it useless, never wrong.
+  void Prefetch(uint64_t key) const noexcept {
+    const uint32_t tags = m_tags.load(std::memory_order_relaxed);
+    for (int k = 0; k < kInline; ++k) {
+      if (TagAt(tags, k) != Tag(key)) continue;
+      // Possibly freed meanwhile: prefetching it is harmless.
+      if (const IndirectString* string = m_inline[k].load(std::memory_order_relaxed)) __builtin_prefetch(string, 1);
+    }
+    if (const Overflow* overflow = m_overflow.load(std::memory_order_relaxed)) {
+      const uint32_t mask = m_overflowMask.load(std::memory_order_relaxed);
+      __builtin_prefetch(overflow->Slots() + (static_cast<uint32_t>(key) & mask));
+    }
+  }
 
  private:
-  // Slots are written under the stripe lock only; their fields are atomics
-  // (used relaxed, plain loads and stores on the hardware) so that Prefetch
-  // may read them without the lock.
+  friend class IndirectStringFactoryMT;
+
+  // The first strings of the stripe live in the factory itself, each with
+  // the top byte of its key as a tag, so that a lookup touches only strings
+  // that probably have its key and a stripe holding a few strings costs no
+  // cache miss beyond its own line (most stripes of a wide pool hold a
+  // handful). Further strings go to an overflow table: open addressing with
+  // linear probing on the full key, capacity a power of two, at most three
+  // quarters full, freed when it empties.
+  static constexpr int kInline = 4;
+  static uint32_t Tag(uint64_t key) noexcept { return static_cast<uint32_t>(key >> 56); }
+  static uint32_t TagAt(uint32_t tags, int k) noexcept { return (tags >> (8 * k)) & 0xFF; }
+
+  // Slots are written under the stripe lock only; fields that Prefetch
+  // reads without the lock are atomics (used relaxed: plain loads and
+  // stores on the hardware).
   struct Slot {
     std::atomic<uint64_t> key{0};
     std::atomic<IndirectString*> string{nullptr};  // null: empty slot
@@ -70,22 +96,36 @@ class VELCOREDATA_EXPORT WeakIndirectStringFactory {
       key.store(k, std::memory_order_relaxed);
       string.store(s, std::memory_order_relaxed);
     }
-    void CopyFrom(const Slot& other) noexcept { Set(other.Key(), other.String()); }
   };
+  struct alignas(Slot) Overflow {
+    uint32_t size = 0;
+    // The slots follow the header in the same allocation.
+    Slot* Slots() noexcept { return reinterpret_cast<Slot*>(this + 1); }
+    const Slot* Slots() const noexcept { return reinterpret_cast<const Slot*>(this + 1); }
+    static Overflow* Make(uint32_t capacity);
+    static void Free(Overflow* overflow, uint32_t capacity) noexcept;
+  };
+  static_assert(sizeof(Overflow) % alignof(Slot) == 0);
 
-  Slot* Slots() const noexcept { return m_slots.load(std::memory_order_relaxed); }
-  uint32_t Mask() const noexcept { return m_mask.load(std::memory_order_relaxed); }
-  void RemoveAt(uint32_t index) noexcept;
-  void Insert(uint64_t key, IndirectString* string);
-  void Grow();
+  // Lookup, called directly by the pool: the string with `references`
+  // (1 or 2) taken for the caller.
+  [[gnu::visibility("hidden")]] IndirectString* LookupImpl(const Collation* collation, const char16_t* text,
+                                                           int length, uint64_t key, GarbageList& garbage,
+                                                           int32_t references);
+  IndirectString* Inline(int k) const noexcept { return m_inline[k].load(std::memory_order_relaxed); }
+  void SetInline(int k, uint32_t tag, IndirectString* string) noexcept;
+  // The first empty inline slot, or -1.
+  int FreeInlineSlot() const noexcept;
+  // Makes room for one more string in the overflow table (may allocate), so
+  // that InsertOverflow cannot fail.
+  void ReserveOverflow();
+  void InsertOverflow(uint64_t key, IndirectString* string) noexcept;
+  void GrowOverflow();
+  void RemoveOverflowAt(uint32_t index) noexcept;
+  uint32_t OverflowCapacity() const noexcept { return m_overflowMask.load(std::memory_order_relaxed) + 1; }
 
-  // Open addressing with linear probing; capacity a power of two, at most
-  // three quarters full. The first slots live inside the factory, so that a
-  // stripe with a few strings costs no extra cache miss (most stripes of a
-  // wide pool hold a handful).
-  static constexpr uint32_t kInlineSlots = 4;
-  Slot m_inline[kInlineSlots];
-  std::atomic<Slot*> m_slots{m_inline};
-  std::atomic<uint32_t> m_mask{kInlineSlots - 1};
-  uint32_t m_size = 0;
+  std::atomic<uint32_t> m_tags{0};          // byte k: the tag of m_inline[k]
+  std::atomic<uint32_t> m_overflowMask{0};  // capacity - 1 while there is an overflow table
+  std::atomic<Overflow*> m_overflow{nullptr};
+  std::atomic<IndirectString*> m_inline[kInline] = {};
 };

@@ -5,48 +5,34 @@
 #include <mutex>
 #include <vector>
 
+#include "velcoredata/core/internal/StringPoolHooks.h"
+
 namespace {
 std::atomic<uint32_t> g_defaultLocale{0};
 std::atomic<bool> g_ignoreSessionLocale{false};
 std::atomic<int> g_stringPoolWidth{10000};
 std::atomic<unsigned long> g_stringPoolCacheSize{1000};
+}  // namespace
 
-using CounterFunction = CoreDataOptions::StringPoolCounterFunction;
+namespace StringPoolHooks {
 
-// One statistics hook: null while the default (doing nothing) is in place,
-// so that a pool without hooks pays one load and a branch. Readers load the
-// current function and call it; a setter publishes a new one and keeps the
-// old one alive (a reader may still be calling it), so installed functions
-// are never freed. Hosts set hooks a handful of times per process.
-class CounterHook {
- public:
-  void Call(long long delta) const {
-    if (const CounterFunction* hook = m_current.load(std::memory_order_acquire)) (*hook)(delta);
-  }
+constinit CounterHook g_entries, g_weakEntries, g_totalBytes;
 
-  CounterFunction Swap(CounterFunction hook);
-
- private:
-  std::atomic<const CounterFunction*> m_current{nullptr};
-};
-
-constinit CounterHook g_entryHook, g_weakEntryHook, g_totalBytesHook;
-
-CounterFunction CounterHook::Swap(CounterFunction hook) {
+CounterHook::Function CounterHook::Swap(Function hook) {
   // Every function ever installed, kept for readers that may still call it.
   static std::mutex* const mutex = new std::mutex();
-  static auto* const installed = new std::vector<std::unique_ptr<const CounterFunction>>();
-  const CounterFunction* added;
+  static auto* const installed = new std::vector<std::unique_ptr<const Function>>();
+  const Function* added;
   {
     std::lock_guard<std::mutex> lock(*mutex);
-    installed->push_back(std::make_unique<const CounterFunction>(std::move(hook)));
+    installed->push_back(std::make_unique<const Function>(std::move(hook)));
     added = installed->back().get();
   }
-  const CounterFunction* previous = m_current.exchange(added, std::memory_order_acq_rel);
-  return previous ? *previous : CounterFunction([](long long) {});
+  const Function* previous = m_current.exchange(added, std::memory_order_acq_rel);
+  return previous ? *previous : Function([](long long) {});
 }
 
-}  // namespace
+}  // namespace StringPoolHooks
 
 void CoreDataOptions::SetDefaultLocale(uint32_t lcid) noexcept { g_defaultLocale.store(lcid); }
 uint32_t CoreDataOptions::GetDefaultLocale() noexcept { return g_defaultLocale.load(); }
@@ -60,15 +46,17 @@ void CoreDataOptions::SetStringPoolThreadLocalCacheSize(unsigned long size) noex
 }
 unsigned long CoreDataOptions::GetStringPoolThreadLocalCacheSize() noexcept { return g_stringPoolCacheSize.load(); }
 
+using CounterFunction = CoreDataOptions::StringPoolCounterFunction;
+
 CounterFunction CoreDataOptions::SetUpdateStringPoolEntryCounter(CounterFunction hook) {
-  return g_entryHook.Swap(std::move(hook));
+  return StringPoolHooks::g_entries.Swap(std::move(hook));
 }
 CounterFunction CoreDataOptions::SetUpdateStringPoolWeakEntryCounter(CounterFunction hook) {
-  return g_weakEntryHook.Swap(std::move(hook));
+  return StringPoolHooks::g_weakEntries.Swap(std::move(hook));
 }
 CounterFunction CoreDataOptions::SetUpdateStringPoolTotalBytesCounter(CounterFunction hook) {
-  return g_totalBytesHook.Swap(std::move(hook));
+  return StringPoolHooks::g_totalBytes.Swap(std::move(hook));
 }
-void CoreDataOptions::UpdateStringPoolEntryCounter(long long delta) { g_entryHook.Call(delta); }
-void CoreDataOptions::UpdateStringPoolWeakEntryCounter(long long delta) { g_weakEntryHook.Call(delta); }
-void CoreDataOptions::UpdateStringPoolTotalBytesCounter(long long delta) { g_totalBytesHook.Call(delta); }
+void CoreDataOptions::UpdateStringPoolEntryCounter(long long delta) { StringPoolHooks::Entries(delta); }
+void CoreDataOptions::UpdateStringPoolWeakEntryCounter(long long delta) { StringPoolHooks::WeakEntries(delta); }
+void CoreDataOptions::UpdateStringPoolTotalBytesCounter(long long delta) { StringPoolHooks::TotalBytes(delta); }

@@ -5,6 +5,8 @@
 #include <mutex>
 #include <vector>
 
+#include "velcoredata/collation/internal/ShortText.h"
+
 namespace CanonicalCollations {
 namespace {
 
@@ -19,11 +21,20 @@ size_t HashOf(const Collation& c) {
   return (static_cast<size_t>(c.GetHashCode()) * 0x9E3779B97F4A7C15ull) ^ c.GetCharsetID();
 }
 
+// Collation's operator== (same charset, same name), comparing the names
+// as bytes.
+bool SameCollation(const Collation& a, const Collation& b) {
+  const TString& x = a.GetName();
+  const TString& y = b.GetName();
+  return a.GetCharsetID() == b.GetCharsetID() && x.size() == y.size() &&
+         ShortText::Equal(x.data(), y.data(), static_cast<size_t>(x.size()));
+}
+
 const Collation* Find(const Table& table, const Collation& c, size_t hash) {
   for (size_t i = hash & table.mask;; i = (i + 1) & table.mask) {
     const Collation* slot = table.slots[i].load(std::memory_order_acquire);
     if (!slot) return nullptr;
-    if (slot == &c || *slot == c) return slot;
+    if (slot == &c || SameCollation(*slot, c)) return slot;
   }
 }
 
