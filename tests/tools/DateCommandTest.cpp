@@ -7,28 +7,18 @@
 
 #include <gtest/gtest.h>
 
-#include "Command.h"
+#include "tools/VcdRun.h"
 
 namespace {
 
-struct VcdRun {
-  int status;
-  std::string out;
-  std::string err;
-};
-
 VcdRun Date(std::vector<std::string> args) {
   args.insert(args.begin(), "date");
-  std::istringstream in;
-  std::ostringstream out, err;
-  vcd::CommandIo io{in, out, err};
-  const int status = vcd::RunVcd(args, io);
-  return {status, out.str(), err.str()};
+  return RunVcdCaptured(args);
 }
 
 void ExpectLines(const VcdRun& run, const std::vector<std::string>& lines) {
   ASSERT_EQ(run.status, 0) << run.err;
-  for (const std::string& line : lines) EXPECT_NE(run.out.find(line + "\n"), std::string::npos) << line << " in\n" << run.out;
+  for (const std::string& line : lines) EXPECT_TRUE(HasLine(run, line)) << line << " in\n" << run.out;
 }
 
 TEST(DateCommandTest, PrintsTheValueAndItsCalendarParts) {

@@ -5,25 +5,13 @@
 
 #include <gtest/gtest.h>
 
-#include "Command.h"
+#include "tools/VcdRun.h"
 #include "velcoredata/util/FeatureInfo.h"
 #include "velcoredata/util/ScopedFeatureFlags.h"
 
 namespace {
 
-struct VcdRun {
-  int status;
-  std::string out;
-  std::string err;
-};
-
-VcdRun Vcd(std::vector<std::string> args) {
-  std::istringstream in;
-  std::ostringstream out, err;
-  vcd::CommandIo io{in, out, err};
-  const int status = vcd::RunVcd(args, io);
-  return {status, out.str(), err.str()};
-}
+VcdRun Vcd(const std::vector<std::string>& args) { return RunVcdCaptured(args); }
 
 std::string Hex(FeatureFlagId id) {
   char buffer[16];

@@ -10,25 +10,23 @@
 
 namespace {
 
-bool Has(const VcdRun& run, const std::string& line) { return run.out.find(line + "\n") != std::string::npos; }
-
 TEST(InternCommandTest, CountsEntriesBytesAndCacheHitsOfTheInput) {
   // 6 lines, 4 distinct texts (interning is exact: "berlin" is its own entry).
   const std::string input = "Berlin\nParis\nberlin\nBerlin\nParis\nRome\n";
   const VcdRun run = RunVcdCaptured({"intern", "--locale", "en_US", "--case-insensitive"}, input);
   ASSERT_EQ(run.status, 0) << run.err;
-  EXPECT_TRUE(Has(run, "collation:           LEN_RUS_S2")) << run.out;
-  EXPECT_TRUE(Has(run, "lines:               6")) << run.out;
-  EXPECT_TRUE(Has(run, "text bytes (UTF-16): 64")) << run.out;
-  EXPECT_TRUE(Has(run, "entries:             4")) << run.out;
-  EXPECT_TRUE(Has(run, "bytes held:          42 (65.6% of the text)")) << run.out;
-  EXPECT_TRUE(Has(run, "lookup cache:        2 hits of 6 lookups (33.3%, capacity 1000)")) << run.out;
-  EXPECT_TRUE(Has(run, "after release:       4 weak entries, 0 bytes held")) << run.out;
-  EXPECT_TRUE(Has(run, "after collection:    0 entries, 0 weak entries")) << run.out;
+  EXPECT_TRUE(HasLine(run, "collation:           LEN_RUS_S2")) << run.out;
+  EXPECT_TRUE(HasLine(run, "lines:               6")) << run.out;
+  EXPECT_TRUE(HasLine(run, "text bytes (UTF-16): 64")) << run.out;
+  EXPECT_TRUE(HasLine(run, "entries:             4")) << run.out;
+  EXPECT_TRUE(HasLine(run, "bytes held:          42 (65.6% of the text)")) << run.out;
+  EXPECT_TRUE(HasLine(run, "lookup cache:        2 hits of 6 lookups (33.3%, capacity 1000)")) << run.out;
+  EXPECT_TRUE(HasLine(run, "after release:       4 weak entries, 0 bytes held")) << run.out;
+  EXPECT_TRUE(HasLine(run, "after collection:    0 entries, 0 weak entries")) << run.out;
   // A cache of two alternately asked for three texts never hits.
   const VcdRun small = RunVcdCaptured({"intern", "--cache-size", "2"}, "a\nb\nc\na\nb\nc\n");
-  EXPECT_TRUE(Has(small, "lookup cache:        0 hits of 6 lookups (0.0%, capacity 2)")) << small.out;
-  EXPECT_TRUE(Has(small, "entries:             3")) << small.out;
+  EXPECT_TRUE(HasLine(small, "lookup cache:        0 hits of 6 lookups (0.0%, capacity 2)")) << small.out;
+  EXPECT_TRUE(HasLine(small, "entries:             3")) << small.out;
 }
 
 TEST(InternCommandTest, ReadsEveryFileGivenAndRejectsBadArguments) {
@@ -38,8 +36,8 @@ TEST(InternCommandTest, ReadsEveryFileGivenAndRejectsBadArguments) {
   std::ofstream(second) << "y\nz\n";
   const VcdRun run = RunVcdCaptured({"intern", first.string(), second.string()});
   ASSERT_EQ(run.status, 0) << run.err;
-  EXPECT_TRUE(Has(run, "lines:               4")) << run.out;
-  EXPECT_TRUE(Has(run, "entries:             3")) << run.out;
+  EXPECT_TRUE(HasLine(run, "lines:               4")) << run.out;
+  EXPECT_TRUE(HasLine(run, "entries:             3")) << run.out;
   std::filesystem::remove(first);
   std::filesystem::remove(second);
 

@@ -21,3 +21,8 @@ inline VcdRun RunVcdCaptured(const std::vector<std::string>& args, const std::st
   const int status = vcd::RunVcd(args, io);
   return {status, out.str(), err.str()};
 }
+
+// Whether the output holds `line` as a whole line.
+inline bool HasLine(const VcdRun& run, const std::string& line) {
+  return run.out.find(line + "\n") != std::string::npos;
+}

@@ -5,24 +5,12 @@
 
 #include <gtest/gtest.h>
 
-#include "Command.h"
+#include "tools/VcdRun.h"
 #include "velcoredata/platform/TString.h"
 
 namespace {
 
-struct VcdRun {
-  int status;
-  std::string out;
-  std::string err;
-};
-
-VcdRun Vcd(std::vector<std::string> args, const std::string& input = "") {
-  std::istringstream in(input);
-  std::ostringstream out, err;
-  vcd::CommandIo io{in, out, err};
-  const int status = vcd::RunVcd(args, io);
-  return {status, out.str(), err.str()};
-}
+VcdRun Vcd(const std::vector<std::string>& args) { return RunVcdCaptured(args); }
 
 TEST(VcdTest, HelpAndVersionSucceed) {
   const VcdRun help = Vcd({"--help"});
