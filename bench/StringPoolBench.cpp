@@ -12,6 +12,13 @@
 // tbb::concurrent_hash_map keyed by the text with a count per entry, and
 // one std::mutex around an unordered map from text to count.
 // LookupUnshared_A is A with a pool and strings per thread (nothing shared).
+// Two reference points show what the hardware allows whatever the design:
+// ReferenceOnly_A does on A's draws only what any interner handing out
+// counted references does on a hit (an atomic increment and decrement of a
+// count in the entry's own cache line, no lookup), one reference after the
+// other as lookups come (each waits for the previous one); Lookup_Hot and
+// CacheLookup_Hot run lookups over 500 strings, so the cache hits every
+// time and its hit path meets the pool's on data both keep in cache.
 // Every interner runs A, C and Z holding the same 10,000 popular strings,
 // so a filtered run measures what a full run does; B starts from an empty
 // interner each run. Each thread has its own draw sequence.
@@ -45,6 +52,7 @@ constexpr size_t kPopular = 10000;
 constexpr size_t kDistinct = 1000000;
 constexpr size_t kDraws = 1 << 20;
 constexpr size_t kMaxThreads = 2;
+constexpr size_t kHot = 500;  // fewer than a default cache holds
 
 std::vector<std::u16string> MakeStrings(size_t count, unsigned seed) {
   std::mt19937 rng(seed);
@@ -66,7 +74,7 @@ std::vector<std::u16string> MakeStrings(size_t count, unsigned seed) {
 struct Data {
   std::vector<std::u16string> popular = MakeStrings(kPopular, 1);
   std::vector<std::u16string> distinct = MakeStrings(kDistinct, 2);
-  std::vector<uint32_t> uniform[kMaxThreads], zipf[kMaxThreads];
+  std::vector<uint32_t> uniform[kMaxThreads], zipf[kMaxThreads], hot[kMaxThreads];
 
   Data() {
     std::mt19937 rng(3);
@@ -83,6 +91,8 @@ struct Data {
     for (size_t t = 0; t < kMaxThreads; ++t) {
       uniform[t].resize(kDraws);
       for (auto& i : uniform[t]) i = pick(rng);
+      hot[t].resize(kDraws);
+      for (auto& i : hot[t]) i = pick(rng) % kHot;
       zipf[t].resize(kDraws);
       for (auto& i : zipf[t]) {
         const size_t rank = static_cast<size_t>(std::upper_bound(cumulative.begin(), cumulative.end(), u(rng)) -
@@ -282,6 +292,11 @@ void WorkloadZ(benchmark::State& state) {
   HoldPopular<Interner>();
   Draws<Interner>(state, GetData().popular, GetData().zipf[ThreadSlot(state)]);
 }
+template <class Interner>
+void WorkloadHot(benchmark::State& state) {
+  HoldPopular<Interner>();
+  Draws<Interner>(state, GetData().popular, GetData().hot[ThreadSlot(state)]);
+}
 // Churn: strings nobody holds (a set of 10,000 disjoint from the popular
 // ones), so each lookup finds the text's previous entry dead or gone.
 template <class Interner>
@@ -306,6 +321,28 @@ void LookupUnsharedA(benchmark::State& state) {
   for (auto _ : state) {
     auto handle = pool.Lookup(BenchCollation(), strings[draws[i++ & (kDraws - 1)]].c_str());
     benchmark::DoNotOptimize(&handle);
+  }
+  state.SetItemsProcessed(static_cast<int64_t>(state.iterations()));
+}
+
+// A's draws against bare counts, one per cache line as a string's count
+// is: the floor under every interner's hit, shared by the threads as the
+// strings of A are. A lookup finds its entry only after the previous one
+// is done (its address comes out of the lookup), so each reference here
+// waits for the previous one too: `carry` is always 0 (counts stay
+// positive), but the processor cannot know that before the count is back.
+void ReferenceOnlyA(benchmark::State& state) {
+  struct alignas(64) Count {
+    std::atomic<int32_t> value{2};
+  };
+  static Count* const counts = new Count[kPopular];
+  const std::vector<uint32_t>& draws = GetData().uniform[ThreadSlot(state)];
+  size_t i = 0;
+  uint32_t carry = 0;
+  for (auto _ : state) {
+    std::atomic<int32_t>& count = counts[draws[(i++ + carry) & (kDraws - 1)]].value;
+    count.fetch_add(1, std::memory_order_acquire);
+    carry = static_cast<uint32_t>(count.fetch_sub(1, std::memory_order_acq_rel)) >> 31;
   }
   state.SetItemsProcessed(static_cast<int64_t>(state.iterations()));
 }
@@ -421,5 +458,10 @@ VCD_STRINGPOOL_BENCH(WorkloadZ, BM_StringPool_Lookup_Z_PeerMutexSet, MutexPeer, 
 
 void BM_StringPool_LookupUnshared_A(benchmark::State& state) { LookupUnsharedA(state); }
 BENCHMARK(BM_StringPool_LookupUnshared_A)->Apply(OneAndTwoThreads);
+void BM_StringPool_ReferenceOnly_A(benchmark::State& state) { ReferenceOnlyA(state); }
+BENCHMARK(BM_StringPool_ReferenceOnly_A)->Apply(OneAndTwoThreads);
+
+VCD_STRINGPOOL_BENCH(WorkloadHot, BM_StringPool_Lookup_Hot, Pool, OneAndTwoThreads);
+VCD_STRINGPOOL_BENCH(WorkloadHot, BM_StringPool_CacheLookup_Hot, CachedPool, OneAndTwoThreads);
 
 }  // namespace

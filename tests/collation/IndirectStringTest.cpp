@@ -58,15 +58,39 @@ TEST(IndirectStringTest, TheLastReleaseKillsTheStringAndALaterLookupCollectsIt) 
   EXPECT_EQ(first->GetRefCount(), 0);
   EXPECT_FALSE(WeakIndirectStringFactory::GetPtrIfStringIsAlive(*first));  // never revived
 
-  // The same text again: a new object; the dead one under the same key is
-  // collected on the way.
+  // The same text again: a new string (it may take over the dead one's
+  // memory); the dead one under the same key is collected on the way.
   const IndirectString::Ptr again = IndirectString::Lookup(c, u"Stra\u00DFe");
-  EXPECT_NE(again.get(), first);
   EXPECT_EQ(again->GetRefCount(), 2);
+  EXPECT_EQ(again->View(), u"Stra\u00DFe");
   EXPECT_EQ(pool.counters.entries, 1);
   EXPECT_EQ(pool.counters.weakEntries, 0);
   EXPECT_EQ(pool.counters.bytes, 12);
   EXPECT_EQ(pool.pool().GetEntryCount(), 1u);
+}
+
+// A string made where a dead one of the same length was collected is new in
+// every respect: its collation, its hash, its count and its text.
+TEST(IndirectStringTest, AStringMadeAgainAfterItDiedCarriesNothingOfTheDeadOne) {
+  PoolUnderTest pool;
+  const Collation caseless(u"LEN_RUS_S1");
+  const Collation exact(u"LEN_RUS_S3");
+  IndirectString::Ptr s = IndirectString::Lookup(caseless, u"Berlin");
+  const uint32_t caselessHash = s->GetHash();
+  EXPECT_EQ(caselessHash, caseless.Hash(u"BERLIN"));
+  s.reset();
+
+  // Same text, same key, same length: only the collation differs.
+  const IndirectString::Ptr again = IndirectString::Lookup(exact, u"Berlin");
+  EXPECT_EQ(again->GetCollation(), exact);
+  EXPECT_EQ(again->GetHash(), exact.Hash(u"Berlin"));
+  EXPECT_NE(again->GetHash(), exact.Hash(u"BERLIN"));
+  EXPECT_EQ(again->GetRefCount(), 2);
+  EXPECT_EQ(IndirectString::Lookup(exact, u"Berlin").get(), again.get());
+  EXPECT_NE(IndirectString::Lookup(caseless, u"Berlin").get(), again.get());
+  EXPECT_EQ(pool.counters.entries, 2);
+  EXPECT_EQ(pool.counters.weakEntries, 1);  // the caseless one just looked up and dropped
+  EXPECT_EQ(pool.counters.bytes, 12);
 }
 
 TEST(IndirectStringTest, ForcedCollectionFreesEveryDeadStringAndNoLiveOne) {

@@ -4,11 +4,19 @@
 #include <new>
 
 #include "velcoredata/core/internal/StringPoolHooks.h"
+#include "velcoredata/platform/LogicException.h"
 
 IndirectString* IndirectString::Create(const Collation* collation, const char16_t* text, int length,
-                                       int32_t references) {
+                                       int32_t references, IndirectString* reuse) {
   const size_t textBytes = static_cast<size_t>(length) * sizeof(char16_t);
-  void* memory = ::operator new(sizeof(IndirectString) + textBytes + sizeof(char16_t));
+  void* memory;
+  if (reuse) {
+    VEL_ASSERT(reuse->m_length == length);
+    reuse->~IndirectString();
+    memory = reuse;
+  } else {
+    memory = ::operator new(sizeof(IndirectString) + textBytes + sizeof(char16_t));
+  }
   auto* string = new (memory) IndirectString(collation, length);
   string->m_refCount.store(1 + references, std::memory_order_relaxed);
   auto* copy = reinterpret_cast<char16_t*>(string + 1);

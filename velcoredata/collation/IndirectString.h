@@ -83,9 +83,10 @@ class VELCOREDATA_EXPORT IndirectString {
   ~IndirectString() = default;
 
   // A new string holding the pool's reference and `references` for the
-  // caller (count 1 + references).
+  // caller (count 1 + references). `reuse`, if given, is a collected string
+  // of the same length whose memory the new one takes over.
   static IndirectString* Create(const Collation* collation, const char16_t* text, int length,
-                                int32_t references = 1);
+                                int32_t references = 1, IndirectString* reuse = nullptr);
   static void Destroy(IndirectString* string) noexcept;
   // `references` new references (1 or 2, taken in one step) if the string is
   // alive (count >= 2), by compare-and-swap; aborts where as many single

@@ -1,6 +1,7 @@
 #include "velcoredata/collation/WeakIndirectStringFactory.h"
 
 #include <new>
+#include <utility>
 
 #include "velcoredata/collation/internal/GlobalPoolAccess.h"
 #include "velcoredata/collation/internal/ShortText.h"
@@ -21,6 +22,18 @@ bool SameText(const IndirectString& string, const char16_t* text, int length) no
 bool HasKey(const IndirectString& string, uint64_t key, const char16_t* text, int length) noexcept {
   if (SameText(string, text, length)) return true;
   return GlobalPoolAccess::HashOf(string.GetText(), string.GetLength()).high == key;
+}
+
+// A string of `length` code units collected by this lookup, whose memory a
+// new string may take over, or null. Interning a text again after it died
+// collects its dead entry on the way, so a new string usually finds one:
+// the allocator is spared a free and an allocation, and the memory is
+// already in cache. Its list entry becomes null (see GarbageList).
+IndirectString* TakeReusable(WeakIndirectStringFactory::GarbageList& garbage, int length) noexcept {
+  for (auto it = garbage.rbegin(); it != garbage.rend(); ++it) {
+    if (*it && (*it)->GetLength() == length) return std::exchange(*it, nullptr);
+  }
+  return nullptr;
 }
 
 }  // namespace
@@ -126,7 +139,8 @@ IndirectString* WeakIndirectStringFactory::LookupImpl(const Collation* collation
   // counters as they were.
   const int freeSlot = FreeInlineSlot();
   if (freeSlot < 0) ReserveOverflow();
-  IndirectString* created = IndirectString::Create(collation, text, length, references);
+  IndirectString* created =
+      IndirectString::Create(collation, text, length, references, TakeReusable(garbage, length));
   try {
     StringPoolHooks::Entries(1);
     StringPoolHooks::TotalBytes(static_cast<long long>(length) * 2);
@@ -177,7 +191,9 @@ void WeakIndirectStringFactory::FreeGarbage(GarbageList& garbage) {
   if (garbage.empty()) return;
   // Free first, so that a throwing hook cannot leak the strings.
   const long long count = static_cast<long long>(garbage.size());
-  for (IndirectString* string : garbage) IndirectString::Destroy(string);
+  for (IndirectString* string : garbage) {
+    if (string) IndirectString::Destroy(string);
+  }
   garbage.clear();
   StringPoolHooks::Entries(-count);
   StringPoolHooks::WeakEntries(-count);

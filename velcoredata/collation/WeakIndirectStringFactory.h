@@ -23,7 +23,9 @@
 class VELCOREDATA_EXPORT WeakIndirectStringFactory {
  public:
   // Strings collected under the stripe lock, freed after it is released.
-  // Room for 64 without allocating.
+  // Room for 64 without allocating. A null stands for a collected string
+  // whose memory a new string of the lookup took over: it counts as
+  // collected, but there is nothing left to free.
   using GarbageList = boost::container::small_vector<IndirectString*, 64>;
 
   WeakIndirectStringFactory() noexcept = default;
@@ -45,8 +47,8 @@ class VELCOREDATA_EXPORT WeakIndirectStringFactory {
   void CollectGarbage(GarbageList& garbage);
   // Collects every dead string now, reports and frees them; returns how many.
   size_t ForceCollectAllGarbage();
-  // Reports the collected strings (-n entries, -n weak entries), frees them
-  // and empties the list.
+  // Reports the collected strings (-n entries, -n weak entries, nulls
+  // included), frees them and empties the list.
   static void FreeGarbage(GarbageList& garbage);
 
   // Strings in the map, dead ones included.
