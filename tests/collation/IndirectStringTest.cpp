@@ -178,6 +178,23 @@ TEST(IndirectStringTest, AnEmptyHookRaisesBadFunctionCallAndLeavesThePoolAsItWas
   EXPECT_EQ(pool.counters.entries, 1);
 }
 
+// A lookup that collects a dead string and then fails on the entry hook
+// still frees what it collected, and the hooks that are there hear of it.
+TEST(IndirectStringTest, ALookupFailingOnAHookStillFreesTheDeadStringsItCollected) {
+  PoolUnderTest pool;
+  const Collation c(u"LEN_RUS");
+  (void)IndirectString::Lookup(c, u"gone");
+  EXPECT_EQ(pool.counters.weakEntries, 1);
+  const auto previous = IndirectStringConfig::SetUpdateStringPoolEntryCounterFunction(nullptr);
+  EXPECT_THROW(IndirectString::Lookup(c, u"gone"), std::bad_function_call);
+  IndirectStringConfig::SetUpdateStringPoolEntryCounterFunction(previous);
+  EXPECT_EQ(pool.pool().GetEntryCount(), 0u);
+  EXPECT_EQ(pool.counters.weakEntries, 0);
+  EXPECT_EQ(pool.counters.bytes, 0);
+  EXPECT_EQ(pool.counters.entries, 1);  // its hook was missing when the string went
+  EXPECT_EQ(IndirectString::Lookup(c, u"gone")->View(), u"gone");
+}
+
 TEST(IndirectStringTest, ConfigurationIsSharedWithCoreDataOptionsAndCheckedWhenAPoolIsMade) {
   const int width = IndirectStringConfig::GetStringPoolGlobalStripedMapWidth();
   EXPECT_EQ(width, 10000);

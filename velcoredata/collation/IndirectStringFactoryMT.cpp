@@ -68,9 +68,18 @@ IndirectString* IndirectStringFactoryMT::LookupImpl(const Collation& collation, 
   stripe.factory.Prefetch(hash.high);
   WeakIndirectStringFactory::GarbageList garbage;
   IndirectString* found;
-  {
+  try {
     StripeLock lock(stripe.mutex);
     found = stripe.factory.LookupImpl(canonical, text, length, hash.high, garbage, references);
+  } catch (...) {
+    // A hook failed after dead strings were collected on the way: they are
+    // unlinked, so they are freed (and reported as far as the hooks allow)
+    // all the same, and the lookup's own failure is what the caller sees.
+    try {
+      WeakIndirectStringFactory::FreeGarbage(garbage);
+    } catch (...) {
+    }
+    throw;
   }
   if (!garbage.empty()) WeakIndirectStringFactory::FreeGarbage(garbage);
   return found;

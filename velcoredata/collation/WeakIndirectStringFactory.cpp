@@ -1,5 +1,6 @@
 #include "velcoredata/collation/WeakIndirectStringFactory.h"
 
+#include <exception>
 #include <new>
 #include <utility>
 
@@ -195,8 +196,20 @@ void WeakIndirectStringFactory::FreeGarbage(GarbageList& garbage) {
     if (string) IndirectString::Destroy(string);
   }
   garbage.clear();
-  StringPoolHooks::Entries(-count);
-  StringPoolHooks::WeakEntries(-count);
+  // Each counter hears of it even if the other one's hook fails; the first
+  // failure is raised.
+  std::exception_ptr failure;
+  try {
+    StringPoolHooks::Entries(-count);
+  } catch (...) {
+    failure = std::current_exception();
+  }
+  try {
+    StringPoolHooks::WeakEntries(-count);
+  } catch (...) {
+    if (!failure) failure = std::current_exception();
+  }
+  if (failure) std::rethrow_exception(failure);
 }
 
 void WeakIndirectStringFactory::SetInline(int k, uint32_t tag, IndirectString* string) noexcept {
