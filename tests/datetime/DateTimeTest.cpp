@@ -476,8 +476,16 @@ TEST(DateTimeTest, OleDatesAreSymmetricAboutTheEpochAndTruncated) {
   // Truncated toward the epoch, not rounded: one unit is 1/864,000,000 day.
   EXPECT_EQ(DateTime::OleDateToFixedPrecision(1.9 / 864000000.0), DateTime::s_OLEEpoch + 1);
   EXPECT_EQ(DateTime::OleDateToFixedPrecision(-1.9 / 864000000.0), DateTime::s_OLEEpoch - 1);
-  EXPECT_EQ(DateTime::OleDateToFixedPrecision(std::nan("")), DateTime::s_OLEEpoch);
-  EXPECT_EQ(DateTime::OleDateToFixedPrecision(1e300), DateTime::s_OLEEpoch + ~0ULL);
+  // Beyond the 64-bit count the value is the invalid one, never a wrapped date.
+  const double inf = std::numeric_limits<double>::infinity();
+  for (double outside : {1e20, -1e20, 1e300, inf, -inf, std::nan("")}) {
+    EXPECT_EQ(DateTime::OleDateToFixedPrecision(outside), 0ULL) << outside;
+    EXPECT_FALSE(DateTime::FromOleDate(outside).IsValid()) << outside;
+  }
+  // The largest distances that still fit are kept, not refused.
+  EXPECT_EQ(DateTime::OleDateToFixedPrecision(-static_cast<double>(DateTime::s_OLEEpoch) / 864000000.0), 0ULL);
+  EXPECT_NE(DateTime::OleDateToFixedPrecision(1e10), 0ULL);
+  EXPECT_GT(DateTime::OleDateToFixedPrecision(1e10), DateTime::s_OLEEpoch);
   const unsigned long long withUnits = D(2000, 1, 1, 0, 0, 1).GetRepresentation() + 9999;
   EXPECT_DOUBLE_EQ(DateTime::OleDateFromFixedPrecision(withUnits, true), 36526.0 + 1.0 / 86400.0);
   EXPECT_DOUBLE_EQ(DateTime::OleDateFromFixedPrecision(withUnits, false), (36526.0 * 864000000.0 + 19999.0) / 864000000.0);

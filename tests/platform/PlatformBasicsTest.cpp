@@ -27,6 +27,11 @@ TEST(TFormatStringTest, FillsNumberedMarkersByArgumentPosition) {
   EXPECT_EQ(TFormatString(u"x=%1").arg(255u, 16).str(), TString(u"x=ff"));
 }
 
+TEST(TFormatStringTest, SingleCharacterArgumentsWriteTheCharacterNotItsCode) {
+  EXPECT_EQ(TFormatString(u"[%1%2%3]").arg(u'x').arg('y').arg(u'\u00e9').str(), TString(u"[xy\u00e9]"));
+  EXPECT_EQ(TFormatString(u"%1").arg(u'%').str(), TString(u"%"));
+}
+
 TEST(TFormatStringTest, LeavesMarkersWithoutArgumentsAndOrdinaryPercentSigns) {
   EXPECT_EQ(TFormatString(u"%1 and %3").arg(TString(u"a")).str(), TString(u"a and %3"));
   EXPECT_EQ(TFormatString(u"100% %0 %").arg(TString(u"a")).str(), TString(u"100% %0 %"));

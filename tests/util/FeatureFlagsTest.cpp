@@ -60,7 +60,7 @@ TEST(FeatureFlagsTest, NewObjectsHoldTheDefaultsAndChangeOnlyTheirOwnSet) {
   EXPECT_EQ(FeatureFlags::GetEnabled(), DefaultSet());
 }
 
-TEST(FeatureFlagsTest, ThreadContextObjectIsInForceAndAnythingElseIsIgnored) {
+TEST(FeatureFlagsTest, ThreadContextObjectIsInForceByPointerOrByValueAndAnythingElseIsIgnored) {
   CoreThreadContext& context = CoreThreadContext::Current();
   const FeatureFlags* processWide = &FeatureFlags::Get();
   ASSERT_FALSE(context.Has(FeatureFlags::kThreadContextName));
@@ -72,10 +72,18 @@ TEST(FeatureFlagsTest, ThreadContextObjectIsInForceAndAnythingElseIsIgnored) {
   EXPECT_TRUE(FeatureFlags::IsOn(kOff));
   EXPECT_FALSE(processWide->Contains(kOff));
 
-  // A FeatureFlags held by value, a null pointer or another type are not the
-  // documented form: the process-wide object answers.
-  context.Set(FeatureFlags::kThreadContextName, FeatureFlags());
-  EXPECT_EQ(&FeatureFlags::Get(), processWide);
+  // A FeatureFlags held by value is in force just as well.
+  FeatureFlags byValue;
+  byValue.Enable(kOff);
+  context.Set(FeatureFlags::kThreadContextName, byValue);
+  EXPECT_EQ(&FeatureFlags::Get(), context.Get<FeatureFlags>(FeatureFlags::kThreadContextName));
+  EXPECT_TRUE(FeatureFlags::IsOn(kOff));
+  FeatureFlags::GetMutable().Disable(kOff);
+  EXPECT_FALSE(FeatureFlags::IsOn(kOff));
+  EXPECT_FALSE(processWide->Contains(kOff));
+
+  // A null pointer or another type are not a flags object: the process-wide
+  // object answers.
   context.Set(FeatureFlags::kThreadContextName, std::shared_ptr<FeatureFlags>());
   EXPECT_EQ(&FeatureFlags::Get(), processWide);
   context.Set(FeatureFlags::kThreadContextName, 42);

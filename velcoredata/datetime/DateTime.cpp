@@ -499,10 +499,15 @@ bool DateTime::IsFractionTruncated(double fraction) {
 }
 
 unsigned long long DateTime::OleDateToFixedPrecision(double oleDate) noexcept {
-  if (std::isnan(oleDate)) return s_OLEEpoch;
+  // NaN and distances the 64-bit count cannot hold would wrap around to a
+  // valid-looking date; they give raw 0, which IsValid() rejects.
+  if (std::isnan(oleDate)) return 0;
   // The magnitude is truncated, so the conversion is symmetric about the epoch.
   const double magnitude = std::trunc(std::fabs(oleDate) * 864000000.0);
-  const uint64_t units = magnitude >= 18446744073709551615.0 ? UINT64_MAX : static_cast<uint64_t>(magnitude);
+  const uint64_t room = oleDate < 0 ? s_OLEEpoch : UINT64_MAX - s_OLEEpoch;
+  if (!(magnitude <= static_cast<double>(room))) return 0;
+  const uint64_t units = static_cast<uint64_t>(magnitude);
+  if (units > room) return 0;  // the double nearest `room` may round above it
   return oleDate < 0 ? s_OLEEpoch - units : s_OLEEpoch + units;
 }
 

@@ -339,7 +339,8 @@ class VELCOREDATA_EXPORT DateTime {
   static bool IsFractionTruncated(double fraction);
   // s_OLEEpoch + sign(d) x trunc(|d| x 864,000,000): symmetric about the
   // epoch (-1.25 is 1899-12-28 18:00), not OLE's own reading of negative
-  // dates. Saturates beyond the 64-bit range; NaN gives the epoch.
+  // dates. NaN, the infinities and distances beyond the 64-bit count give
+  // raw 0, the invalid value (IsValid() is false), never a wrapped date.
   static unsigned long long OleDateToFixedPrecision(double oleDate) noexcept;
   // The signed distance from the OLE epoch in days; truncateToSeconds drops
   // the units below one second first.

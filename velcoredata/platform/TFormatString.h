@@ -23,6 +23,10 @@ class VELCOREDATA_EXPORT TFormatString {
 
   TFormatString& arg(const TString& text);
   TFormatString& arg(const char16_t* text) { return arg(TString(text)); }
+  // One character writes the character, as QString::arg(QChar) does; without
+  // these overloads a char16_t would promote to int and print its code.
+  TFormatString& arg(char16_t ch) { return arg(TString(1, ch)); }
+  TFormatString& arg(char ch) { return arg(TString(1, static_cast<char16_t>(static_cast<unsigned char>(ch)))); }
   TFormatString& arg(int n, int base = 10) { return arg(TString::number(n, base)); }
   TFormatString& arg(unsigned int n, int base = 10) { return arg(TString::number(n, base)); }
   TFormatString& arg(long n, int base = 10) { return arg(TString::number(n, base)); }

@@ -56,8 +56,11 @@ FeatureFlags& FeatureFlags::GetMutable() {
   // Neither is ever destroyed: a thread-exit hook or another object's
   // destructor may still test a flag while the process exits.
   static const std::string& name = *new std::string(kThreadContextName);
-  if (auto* object = CoreThreadContext::Current().Get<std::shared_ptr<FeatureFlags>>(name)) {
-    if (*object) return **object;
+  CoreThreadContext& context = CoreThreadContext::Current();
+  if (auto* shared = context.Get<std::shared_ptr<FeatureFlags>>(name)) {
+    if (*shared) return **shared;
+  } else if (auto* byValue = context.Get<FeatureFlags>(name)) {
+    return *byValue;
   }
   static InitOnceValue<FeatureFlags> processWide;
   return processWide.Get();

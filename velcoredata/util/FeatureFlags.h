@@ -8,11 +8,12 @@
 //
 //   if (FeatureFlags::IsOn(FeatureFlagId::MarkFormattedValues)) ...
 //
-// The context holds the object as a std::shared_ptr<FeatureFlags>: the
+// The context may hold the object as a std::shared_ptr<FeatureFlags> (the
 // object keeps its address for as long as anyone uses it, and a scope that
-// installs one can put back exactly what was there (see ScopedFeatureFlags).
-// Anything else stored under that name, a FeatureFlags held by value
-// included, is ignored and the process-wide object is used.
+// installs one can put back exactly what was there: see ScopedFeatureFlags)
+// or as a FeatureFlags held by value (it lives in the context until the name
+// is set again or taken). A null pointer or anything of another type stored
+// under that name is ignored and the process-wide object is used.
 //
 // Each object also keeps a tracing record: while tracing is on, every id
 // asked of the object through IsFeatureFlagOn (or the member asserts) is
