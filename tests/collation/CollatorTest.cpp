@@ -14,6 +14,7 @@
 
 #include "collation/CollationTestSupport.h"
 #include "velcoredata/collation/BinaryCollator.h"
+#include "velcoredata/collation/CollatorRef.h"
 #include "velcoredata/collation/Collation.h"
 #include "velcoredata/collation/ICUCollator.h"
 #include "velcoredata/collation/ICUCollatorPool.h"
@@ -69,6 +70,33 @@ TEST(BinaryCollatorTest, CompareOrdersByCodeUnitThenLength) {
                 expected);
     }
   }
+}
+
+TEST(CollatorLengthTest, MinusOneReadsUpToTheTerminatingZeroOnEveryCollator) {
+  const BinaryCollator binary;
+  const Collation& binaryCollation = GetBinaryCollation();
+  const Collation icu(u"LEN_RUS_S2");
+  CollatorRef icuCollator = icu.GetCollator();
+  const std::vector<std::u16string> words = {u"abc", u"abd", u"ab", u"", u"Abc", u"\u00E9t\u00E9", u"zz"};
+  for (const auto& a : words) {
+    for (const auto& b : words) {
+      const int lenA = static_cast<int>(a.size()), lenB = static_cast<int>(b.size());
+      const std::string pair = TString(a).toUtf8() + " / " + TString(b).toUtf8();
+      // Each collator, directly and through its Collation: -1 on either side
+      // or both is the same comparison as the explicit lengths.
+      const int binaryExpected = binary.Compare(a.data(), lenA, b.data(), lenB);
+      EXPECT_EQ(binary.Compare(a.c_str(), -1, b.c_str(), -1), binaryExpected) << pair;
+      EXPECT_EQ(binary.Compare(a.c_str(), -1, b.data(), lenB), binaryExpected) << pair;
+      EXPECT_EQ(binary.Compare(a.data(), lenA, b.c_str(), -1), binaryExpected) << pair;
+      EXPECT_EQ(binaryCollation.Compare(a.c_str(), -1, b.c_str(), -1), binaryExpected) << pair;
+      const int icuExpected = Sign(icuCollator->Compare(a.data(), lenA, b.data(), lenB));
+      EXPECT_EQ(Sign(icuCollator->Compare(a.c_str(), -1, b.c_str(), -1)), icuExpected) << pair;
+      EXPECT_EQ(Sign(icu.Compare(a.c_str(), -1, b.data(), lenB)), icuExpected) << pair;
+    }
+  }
+  EXPECT_EQ(binary.Compare(u"abc", -1, u"abd", -1), -1);
+  EXPECT_EQ(binaryCollation.Compare(u"abd", -1, u"abc", -1), 1);
+  EXPECT_EQ(binary.Compare(nullptr, -1, u"", -1), 0);
 }
 
 TEST(BinaryCollatorTest, SearchAndAffixesAreExact) {

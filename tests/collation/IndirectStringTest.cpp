@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <memory>
 #include <random>
 
 #include <gtest/gtest.h>
@@ -257,6 +258,21 @@ TEST(IndirectStringTest, StripeReductionEqualsTheRemainder) {
     const uint64_t d = (rng() >> (rng() % 64)) | 1;
     const uint64_t a = rng();
     ASSERT_EQ(FastRemainder::Of(a, FastRemainder::Magic(d), d), a % d) << a << " % " << d;
+  }
+}
+
+TEST(IndirectStringTest, ShortTextLengthReadsNothingPastTheText) {
+  // Texts in allocations of exactly their size, at every length a fast path
+  // could step over: under the address sanitizer a read past the terminating
+  // 0 fails the test.
+  for (size_t length = 0; length < 70; ++length) {
+    auto text = std::make_unique<char16_t[]>(length + 1);
+    for (size_t i = 0; i < length; ++i) text[i] = static_cast<char16_t>(u'a' + i % 26);
+    text[length] = 0;
+    ASSERT_EQ(ShortText::Length(text.get()), length);
+    if (length > 0) {
+      ASSERT_EQ(ShortText::Length(text.get() + 1), length - 1);  // an odd start within the buffer
+    }
   }
 }
 

@@ -17,7 +17,8 @@ class VELCOREDATA_EXPORT BinaryCollator final : public Collator {
 
   int Compare(const char16_t* a, const char16_t* b) const override;
   // The first min(lenA, lenB) code units decide; then the longer text sorts
-  // last. The result is -1, 0 or 1.
+  // last. The result is -1, 0 or 1. A negative length (-1) reads the text up
+  // to its terminating 0, as ICU does.
   int Compare(const char16_t* a, int lenA, const char16_t* b, int lenB) const override;
   int Search(const char16_t* text, const char16_t* pattern) const override;
   // A start beyond the text finds nothing; a negative start counts as 0.
@@ -37,6 +38,8 @@ class VELCOREDATA_EXPORT BinaryCollator final : public Collator {
   void Trim(std::vector<char16_t>& out, const char16_t* text) const override;
   // Compare without the virtual call (the collator has no state).
   static int CompareUnits(const char16_t* a, int lenA, const char16_t* b, int lenB) noexcept {
+    if (lenA < 0) lenA = a ? static_cast<int>(std::char_traits<char16_t>::length(a)) : 0;
+    if (lenB < 0) lenB = b ? static_cast<int>(std::char_traits<char16_t>::length(b)) : 0;
     const int common = std::min(lenA, lenB);
     if (common > 0) {
       const int order = std::char_traits<char16_t>::compare(a, b, static_cast<size_t>(common));

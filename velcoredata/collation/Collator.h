@@ -29,6 +29,8 @@ class VELCOREDATA_EXPORT Collator {
 
   // Negative, 0 or positive as a sorts before, with or after b.
   virtual int Compare(const char16_t* a, const char16_t* b) const = 0;
+  // The texts a[0, lenA) and b[0, lenB); a length of -1 means "up to the
+  // terminating 0", on every collator.
   virtual int Compare(const char16_t* a, int lenA, const char16_t* b, int lenB) const = 0;
 
   // The position of the first match of pattern in text, or -1 (also for an

@@ -1,5 +1,5 @@
 // Length and equality of the short UTF-16 texts the string pool interns,
-// inline and eight bytes or more per step: a call into the C library costs
+// inline and several code units per step: a call into the C library costs
 // as much as the work on a text of a few dozen code units.
 #pragma once
 
@@ -8,35 +8,21 @@
 #include <cstring>
 #include <string>
 
-#if defined(__SSE2__)
-#include <emmintrin.h>
-#endif
-
 namespace ShortText {
 
-// Code units before the terminating 0 of `text` (not null, 2-byte aligned).
-// Reads the aligned 16-byte blocks that hold the text: a block never
-// crosses a page, so the bytes read around the text cannot fault; the
-// sanitizers would report them, so they do not look at this function.
-#if defined(__SSE2__)
-__attribute__((no_sanitize("address", "thread"))) inline size_t Length(const char16_t* text) noexcept {
-  const uintptr_t address = reinterpret_cast<uintptr_t>(text);
-  const char* block = reinterpret_cast<const char*>(address & ~uintptr_t{15});
-  const __m128i zero = _mm_setzero_si128();
-  // Bytes of the first block before the text do not count.
-  uint32_t zeros = static_cast<uint32_t>(_mm_movemask_epi8(
-                       _mm_cmpeq_epi16(_mm_load_si128(reinterpret_cast<const __m128i*>(block)), zero))) &
-                   (~0u << (address & 15));
-  while (zeros == 0) {
-    block += 16;
-    zeros = static_cast<uint32_t>(
-        _mm_movemask_epi8(_mm_cmpeq_epi16(_mm_load_si128(reinterpret_cast<const __m128i*>(block)), zero)));
+// Code units before the terminating 0 of `text` (not null). Reads each code
+// unit only after the one before it proved not to be the terminator, so it
+// never touches memory past the caller's text; four units per step keep the
+// loop short for the texts of a few dozen units the pool sees.
+inline size_t Length(const char16_t* text) noexcept {
+  const char16_t* p = text;
+  for (;; p += 4) {
+    if (p[0] == 0) return static_cast<size_t>(p - text);
+    if (p[1] == 0) return static_cast<size_t>(p - text) + 1;
+    if (p[2] == 0) return static_cast<size_t>(p - text) + 2;
+    if (p[3] == 0) return static_cast<size_t>(p - text) + 3;
   }
-  return static_cast<size_t>(block + __builtin_ctz(zeros) - reinterpret_cast<const char*>(text)) / 2;
 }
-#else
-inline size_t Length(const char16_t* text) noexcept { return std::char_traits<char16_t>::length(text); }
-#endif
 
 // Whether the `Word` at `x` and the one at `y` are the same.
 template <class Word>
