@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <list>
+#include <memory>
 #include <random>
 #include <string>
 
@@ -62,6 +63,14 @@ TEST(MruCacheTest, EvictsTheLeastRecentlyUsedAndPromotesOnFind) {
   EXPECT_FALSE(cache.Find(1, value));
   EXPECT_EQ(cache.Insert(4, "four"), "");
 
+  // Cleared and filled again past its first sizes, it still finds everything.
+  MruCache<int, std::string, 0> grown(1000);
+  for (int round = 0; round < 2; ++round) {
+    for (int k = 0; k < 1000; ++k) grown.Insert(k, std::to_string(k));
+    for (int k = 0; k < 1000; ++k) ASSERT_TRUE(grown.Find(k, value) && value == std::to_string(k)) << k;
+    grown.Clear();
+  }
+
   MruCache<int, std::string, 0> none(0);
   EXPECT_EQ(none.Insert(1, "one"), "one");  // nothing is kept
   EXPECT_FALSE(none.Find(1, value));
@@ -90,6 +99,28 @@ void CompareWithTheReferenceModel(size_t capacity) {
 
 }  // namespace
 
+TEST(MruCacheTest, MemoryGrowsWithTheEntriesNotTheCapacity) {
+  using Cache = MruCache<uint64_t, std::shared_ptr<int>, 1>;
+  const size_t before = HeapInUse();
+  auto cache = std::make_unique<Cache>(1000000);
+  EXPECT_LT(HeapInUse() - before, size_t{1} << 20) << "an empty cache of capacity 1,000,000 holds under 1 MB";
+  EXPECT_EQ(cache->Capacity(), 1000000u);
+  for (uint64_t k = 0; k < 1000; ++k) cache->Insert(k, nullptr);
+  const size_t thousand = HeapInUse() - before;
+  EXPECT_LT(thousand, size_t{1} << 20);
+  for (uint64_t k = 1000; k < 100000; ++k) cache->Insert(k, nullptr);
+  const size_t hundredThousand = HeapInUse() - before;
+  EXPECT_GT(hundredThousand, thousand);
+  EXPECT_LT(hundredThousand, size_t{1} << 26);
+  cache->Clear();
+  EXPECT_LT(HeapInUse() - before, size_t{1} << 20);
+  // A capacity no memory could hold is a bound like any other.
+  Cache huge(~size_t{0});
+  EXPECT_EQ(huge.Insert(1, nullptr), nullptr);
+  std::shared_ptr<int> found;
+  EXPECT_TRUE(huge.Find(1, found));
+}
+
 // A key whose hash takes five values: its entries pile up in long runs of
 // the cache's index, which removals must keep reachable.
 struct CollidingKey {
@@ -104,7 +135,8 @@ struct std::hash<CollidingKey> {
 namespace {
 
 TEST(MruCacheTest, BehavesLikeTheReferenceModelOnRandomOperations) {
-  for (size_t capacity : {1u, 2u, 7u, 64u}) {
+  // Capacities past the first index size make the cache grow mid-run.
+  for (size_t capacity : {1u, 2u, 7u, 64u, 1500u}) {
     CompareWithTheReferenceModel<int>(capacity);
     CompareWithTheReferenceModel<CollidingKey>(capacity);
   }

@@ -2,11 +2,29 @@
 // pool put in place of the global one.
 #pragma once
 
+#include <malloc.h>
+
 #include <atomic>
+#include <cstddef>
 #include <memory>
+
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+// The sanitizer runtimes export it; GCC ships no header that declares it.
+extern "C" size_t __sanitizer_get_current_allocated_bytes();
+#endif
 
 #include "velcoredata/collation/IndirectStringConfig.h"
 #include "velcoredata/collation/IndirectStringFactoryMT.h"
+
+// Bytes of heap the process has allocated and not freed: the sanitizers
+// keep their own allocator, which mallinfo2 does not see.
+inline size_t HeapInUse() {
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+  return __sanitizer_get_current_allocated_bytes();
+#else
+  return mallinfo2().uordblks;
+#endif
+}
 
 // Installs the three statistics hooks, adding their deltas to the counters;
 // puts the previous hooks back when destroyed.

@@ -14,15 +14,19 @@
 // inside the operation; 0 leaves synchronisation to the owner.
 // Capacity 0 caches nothing. Keys are hashed with std::hash<Key>.
 //
-// Memory: per unit of capacity a node (the key, the value and two 32-bit
-// links) and eight 8-byte index slots. The index is kept that sparse
-// because a lookup is short enough that probing a longer run of slots (and
-// mispredicting where it ends) shows: at one eighth full a probe nearly
-// always ends at its first slot.
+// Memory grows with the entries held, not with the capacity: the capacity
+// is a bound, so a large one costs nothing until it is used. Per entry held
+// there is a node (the key, the value and two 32-bit links) and up to
+// sixteen 8-byte index slots; Clear gives the memory back. The index is kept
+// at most one eighth full because a lookup is short enough that probing a
+// longer run of slots (and mispredicting where it ends) shows: that sparse,
+// a probe nearly always ends at its first slot. Capacities beyond
+// 4,294,967,294 entries hold that many.
 #pragma once
 
 #include <sched.h>
 
+#include <algorithm>
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
@@ -34,11 +38,10 @@
 template <class Key, class Value, int Locked>
 class MruCache {
  public:
-  explicit MruCache(size_t capacity) : m_nodes(capacity) {
-    size_t slots = 8;
-    while (slots < capacity * 8) slots *= 2;
-    m_index.assign(slots, Slot{});
-    m_mask = slots - 1;
+  explicit MruCache(size_t capacity) : m_capacity(std::min<size_t>(capacity, kNone - 1)) {
+    m_maxSlots = kInitialSlots;
+    while (m_maxSlots < m_capacity * 8) m_maxSlots *= 2;
+    ResetIndex();
   }
   MruCache(const MruCache&) = delete;
   MruCache& operator=(const MruCache&) = delete;
@@ -51,7 +54,7 @@ class MruCache {
     Guard guard(m_mutex);
     const uint32_t node = m_index[FindSlot(key, mix)].node;
     if (node == kNone) {
-      if (m_size == m_nodes.size() && m_tail != kNone) {
+      if (m_size == m_capacity && m_tail != kNone) {
         __builtin_prefetch(&m_nodes[m_tail]);
         if constexpr (requires(const Value& v) { v.get(); }) __builtin_prefetch(m_nodes[m_tail].value.get());
       }
@@ -66,13 +69,16 @@ class MruCache {
   // to make room (a default Value when nothing was evicted).
   Value Insert(const Key& key, Value value) { return InsertImpl(key, std::move(value)); }
 
+  // Drops every entry and gives their memory back; the values are dropped
+  // after the lock is released.
   void Clear() {
     std::vector<Node> dropped;
+    std::vector<Slot> droppedIndex;
     {
       Guard guard(m_mutex);
       dropped.swap(m_nodes);
-      m_nodes.resize(dropped.size());
-      std::fill(m_index.begin(), m_index.end(), Slot{});
+      droppedIndex.swap(m_index);
+      ResetIndex();
       m_head = m_tail = kNone;
       m_size = 0;
     }
@@ -82,10 +88,11 @@ class MruCache {
     Guard guard(m_mutex);
     return m_size;
   }
-  size_t Capacity() const noexcept { return m_nodes.size(); }
+  size_t Capacity() const noexcept { return m_capacity; }
 
  private:
   static constexpr uint32_t kNone = 0xFFFFFFFFu;
+  static constexpr size_t kInitialSlots = 16;
   struct NoMutex {
     void lock() noexcept {}
     void unlock() noexcept {}
@@ -149,7 +156,7 @@ class MruCache {
 
   Value InsertImpl(const Key& key, Value value) {
     Value evicted{};
-    if (m_nodes.empty()) return value;  // capacity 0: the value is dropped at once
+    if (m_capacity == 0) return value;  // capacity 0: the value is dropped at once
     const uint32_t mix = Mix(key);
     Guard guard(m_mutex);
     size_t slot = FindSlot(key, mix);
@@ -157,7 +164,7 @@ class MruCache {
     if (node != kNone) {
       evicted = std::move(m_nodes[node].value);
     } else {
-      if (m_size == m_nodes.size()) {
+      if (m_size == m_capacity) {
         // Full: the least recently used entry makes room.
         node = m_tail;
         evicted = std::move(m_nodes[node].value);
@@ -167,7 +174,14 @@ class MruCache {
         --m_size;
         slot = FindSlot(key, mix);
       } else {
+        // Not full: the first unused node, growing the nodes and the index
+        // as the entries come.
         node = static_cast<uint32_t>(m_size);
+        if (node == m_nodes.size()) GrowNodes();
+        if ((m_size + 1) * 8 > m_index.size() && m_index.size() < m_maxSlots) {
+          Rehash(m_index.size() * 2);
+          slot = FindSlot(key, mix);
+        }
       }
       ++m_size;
       m_nodes[node].key = key;
@@ -177,6 +191,30 @@ class MruCache {
     m_nodes[node].value = std::move(value);
     MoveToFront(node);
     return evicted;
+  }
+
+  void ResetIndex() {
+    m_index.assign(std::min(kInitialSlots, m_maxSlots), Slot{});
+    m_mask = m_index.size() - 1;
+  }
+
+  // Doubles the nodes (within the capacity); entries keep their node numbers.
+  void GrowNodes() {
+    m_nodes.resize(std::min(m_capacity, std::max<size_t>(m_nodes.size() * 2, 8)));
+  }
+
+  // Rebuilds the index at `slots` slots from the nodes in use (the first
+  // m_size: an eviction reuses its node, so they never have holes).
+  void Rehash(size_t slots) {
+    std::vector<Slot> index(slots, Slot{});
+    m_index.swap(index);
+    m_mask = slots - 1;
+    for (uint32_t node = 0; node < m_size; ++node) {
+      const uint32_t mix = Mix(m_nodes[node].key);
+      size_t i = Home(mix);
+      while (m_index[i].node != kNone) i = (i + 1) & m_mask;
+      m_index[i] = Slot{mix, node};
+    }
   }
 
   void Unlink(uint32_t node) noexcept {
@@ -214,7 +252,9 @@ class MruCache {
   }
 
   mutable Mutex m_mutex;
-  std::vector<Node> m_nodes;     // capacity nodes; the first m_size are in use
+  size_t m_capacity;
+  size_t m_maxSlots;             // the index size at full capacity
+  std::vector<Node> m_nodes;     // up to capacity nodes; the first m_size are in use
   std::vector<Slot> m_index;     // open addressing over the nodes
   size_t m_mask = 0;
   size_t m_size = 0;
