@@ -3,9 +3,11 @@
 // replacement.
 
 #include <algorithm>
+#include <atomic>
 #include <functional>
 #include <memory>
 #include <random>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -168,15 +170,39 @@ TEST(IndirectStringTest, ADestroyedPoolLetsGoOfItsStringsAndTakesThemOffTheCount
   EXPECT_EQ(counters.bytes, 0);
 }
 
-TEST(IndirectStringTest, AnEmptyHookRaisesBadFunctionCallAndLeavesThePoolAsItWas) {
+TEST(IndirectStringTest, AnEmptyHookIsRefusedWhenInstalledAndThePreviousHookStays) {
   PoolUnderTest pool;
   const Collation c(u"LEN_RUS");
-  const auto previous = IndirectStringConfig::SetUpdateStringPoolEntryCounterFunction(nullptr);
-  EXPECT_THROW(IndirectString::Lookup(c, u"new"), std::bad_function_call);
-  EXPECT_EQ(pool.pool().GetEntryCount(), 0u);
-  IndirectStringConfig::SetUpdateStringPoolEntryCounterFunction(previous);
+  EXPECT_THROW(IndirectStringConfig::SetUpdateStringPoolEntryCounterFunction(nullptr), std::bad_function_call);
+  EXPECT_THROW(IndirectStringConfig::SetUpdateStringPoolWeakEntryCounterFunction({}), std::bad_function_call);
+  EXPECT_THROW(CoreDataOptions::SetUpdateStringPoolTotalBytesCounter(nullptr), std::bad_function_call);
   EXPECT_EQ(IndirectString::Lookup(c, u"new")->GetString(), TString(u"new"));
   EXPECT_EQ(pool.counters.entries, 1);
+  EXPECT_EQ(pool.counters.bytes, 0);  // 6 bytes in, 6 out when the temporary went
+  EXPECT_EQ(pool.counters.weakEntries, 1);
+}
+
+TEST(IndirectStringTest, SwappingHooksKeepsOnlyTheInstalledOnes) {
+  PoolUnderTest pool;
+  const Collation c(u"LEN_RUS");
+  std::atomic<long long> calls{0};
+  // Each hook owns a kilobyte: were every hook kept, 100,000 swaps would
+  // hold 100 MB.
+  auto hookWithPayload = [&calls] {
+    return [&calls, payload = std::vector<char>(1024, 'x')](long long) { calls += payload.size() > 0; };
+  };
+  const size_t before = HeapInUse();
+  auto previous = IndirectStringConfig::SetUpdateStringPoolEntryCounterFunction(hookWithPayload());
+  for (int i = 0; i < 100000; ++i) {
+    (void)IndirectStringConfig::SetUpdateStringPoolEntryCounterFunction(hookWithPayload());
+  }
+  EXPECT_LT(HeapInUse() - before, size_t{1} << 20);
+  (void)IndirectString::Lookup(c, u"counted");
+  EXPECT_EQ(calls, 1);
+  // The function handed back is the one that was installed, whole.
+  auto last = IndirectStringConfig::SetUpdateStringPoolEntryCounterFunction(previous);
+  last(1);
+  EXPECT_EQ(calls, 2);
 }
 
 // A lookup that collects a dead string and then fails on the entry hook
@@ -186,13 +212,14 @@ TEST(IndirectStringTest, ALookupFailingOnAHookStillFreesTheDeadStringsItCollecte
   const Collation c(u"LEN_RUS");
   (void)IndirectString::Lookup(c, u"gone");
   EXPECT_EQ(pool.counters.weakEntries, 1);
-  const auto previous = IndirectStringConfig::SetUpdateStringPoolEntryCounterFunction(nullptr);
+  const auto previous = IndirectStringConfig::SetUpdateStringPoolEntryCounterFunction(
+      [](long long) { throw std::bad_function_call(); });
   EXPECT_THROW(IndirectString::Lookup(c, u"gone"), std::bad_function_call);
   IndirectStringConfig::SetUpdateStringPoolEntryCounterFunction(previous);
   EXPECT_EQ(pool.pool().GetEntryCount(), 0u);
   EXPECT_EQ(pool.counters.weakEntries, 0);
   EXPECT_EQ(pool.counters.bytes, 0);
-  EXPECT_EQ(pool.counters.entries, 1);  // its hook was missing when the string went
+  EXPECT_EQ(pool.counters.entries, 1);  // its hook was away when the string went
   EXPECT_EQ(IndirectString::Lookup(c, u"gone")->View(), u"gone");
 }
 

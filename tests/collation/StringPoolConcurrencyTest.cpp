@@ -94,6 +94,39 @@ TEST(StringPoolConcurrencyTest, ChurnKeepsIdentityAndExactCounters) {
   EXPECT_EQ(static_cast<long long>(pool.pool().GetEntryCount()), live);
 }
 
+// Hooks swapped while other threads intern and release: every delta
+// reaches one of the hooks (no call lost, none through a freed function).
+TEST(StringPoolConcurrencyTest, SwappingHooksWhileThePoolIsBusyLosesNoCall) {
+  PoolUnderTest pool(7);
+  const Collation c(u"LEN_RUS");
+  std::atomic<long long> bytes{0};
+  std::atomic<bool> done{false};
+  std::vector<std::thread> workers;
+  for (int t = 0; t < 3; ++t) {
+    workers.emplace_back([&, t] {
+      for (int i = 0; i < 3000; ++i) {
+        const std::u16string text = u"w" + std::u16string(1, static_cast<char16_t>(u'a' + (i + t) % 20));
+        (void)IndirectString::Lookup(c, text.c_str());
+      }
+    });
+  }
+  std::thread swapper([&] {
+    auto previous = IndirectStringConfig::SetUpdateStringPoolTotalBytesCounterFunction(
+        [&bytes](long long d) { bytes += d; });
+    for (int i = 0; !done.load(); ++i) {
+      (void)IndirectStringConfig::SetUpdateStringPoolTotalBytesCounterFunction(
+          [&bytes, tag = std::vector<int>(8, i)](long long d) { bytes += d + (tag[0] - tag[7]); });
+    }
+    (void)IndirectStringConfig::SetUpdateStringPoolTotalBytesCounterFunction(previous);
+  });
+  for (auto& w : workers) w.join();
+  done = true;
+  swapper.join();
+  // Every string has died: the bytes it added were taken away again, by
+  // whichever hook was in place (the pool's own counter before the first swap).
+  EXPECT_EQ(bytes.load() + pool.counters.bytes.load(), 0);
+}
+
 TEST(StringPoolConcurrencyTest, AStripeMutexExcludesOtherThreadsAndLetsItsOwnerIn) {
   StripeMutex mutex;
   mutex.lock();

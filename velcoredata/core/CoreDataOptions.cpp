@@ -1,8 +1,10 @@
 #include "velcoredata/core/CoreDataOptions.h"
 
 #include <atomic>
+#include <functional>
 #include <memory>
 #include <mutex>
+#include <thread>
 #include <vector>
 
 #include "velcoredata/core/internal/StringPoolHooks.h"
@@ -19,17 +21,20 @@ namespace StringPoolHooks {
 constinit CounterHook g_entries, g_weakEntries, g_totalBytes;
 
 CounterHook::Function CounterHook::Swap(Function hook) {
-  // Every function ever installed, kept for readers that may still call it.
-  static std::mutex* const mutex = new std::mutex();
-  static auto* const installed = new std::vector<std::unique_ptr<const Function>>();
-  const Function* added;
+  if (!hook) throw std::bad_function_call();
+  static std::mutex* const mutex = new std::mutex();  // one swap at a time
+  auto added = std::make_unique<const Function>(std::move(hook));
+  std::unique_ptr<const Function> previous;
   {
     std::lock_guard<std::mutex> lock(*mutex);
-    installed->push_back(std::make_unique<const Function>(std::move(hook)));
-    added = installed->back().get();
+    previous.reset(m_current.exchange(added.release()));
+    // Readers that announced themselves before the flip may still hold the
+    // previous function; later ones load the new one.
+    const unsigned old = m_generation.fetch_add(1) & 1;
+    while (m_readers[old].load() != 0) std::this_thread::yield();
   }
-  const Function* previous = m_current.exchange(added, std::memory_order_acq_rel);
-  return previous ? *previous : Function([](long long) {});
+  if (!previous) return Function([](long long) {});
+  return std::move(*const_cast<Function*>(previous.get()));
 }
 
 }  // namespace StringPoolHooks

@@ -42,11 +42,13 @@ class VELCOREDATA_EXPORT CoreDataOptions {
   //   total-bytes counter + the text's bytes (UTF-16) when an entry is
   //                       added, - them when its last user lets go.
   // Each setter swaps the new function in and returns the previous one.
-  // The defaults do nothing. Installing an empty function makes the pool's
-  // calls raise std::bad_function_call (which terminates the process when
-  // it happens while a reference is being released). Hooks are called from
-  // any thread, sometimes while a stripe of the pool is locked: they must
-  // not throw and must not call back into the pool.
+  // The defaults do nothing. An empty function is refused: the setter throws
+  // std::bad_function_call and the previous hook stays. The hook machinery
+  // keeps only the installed functions, however often they are swapped (a
+  // setter waits for calls already running the previous function to end).
+  // Hooks are called from any thread, sometimes while a stripe of the pool
+  // is locked: they must not throw, must not call back into the pool and
+  // must not set hooks.
   using StringPoolCounterFunction = std::function<void(long long)>;
   static StringPoolCounterFunction SetUpdateStringPoolEntryCounter(StringPoolCounterFunction hook);
   static StringPoolCounterFunction SetUpdateStringPoolWeakEntryCounter(StringPoolCounterFunction hook);

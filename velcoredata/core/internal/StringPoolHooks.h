@@ -10,23 +10,37 @@
 
 namespace StringPoolHooks {
 
-// One hook: null while the default (doing nothing) is in place. Readers
-// load the current function and call it; Swap publishes a new one and keeps
-// the old one alive (a reader may still be calling it), so installed
-// functions are never freed. Hosts set hooks a handful of times per process.
+// One hook: null while the default (doing nothing) is in place, so the
+// common case costs one load. A reader that finds a function announces
+// itself in the reader count of the current generation before it loads the
+// function again and calls it. Swap publishes the new function, flips the
+// generation and waits until the readers of the old generation are gone;
+// then no reader can still hold the old function, which is handed back to
+// the caller. Only the installed function is ever kept, however often hooks
+// are swapped.
 class CounterHook {
  public:
   using Function = CoreDataOptions::StringPoolCounterFunction;
 
   void Call(long long delta) const {
-    if (const Function* hook = m_current.load(std::memory_order_acquire)) (*hook)(delta);
+    if (!m_current.load(std::memory_order_acquire)) return;
+    // Leaves the reader count even when the hook throws.
+    struct Reader {
+      std::atomic<long>& count;
+      explicit Reader(std::atomic<long>& c) : count(c) { count.fetch_add(1); }
+      ~Reader() { count.fetch_sub(1, std::memory_order_release); }
+    } reader(m_readers[m_generation.load() & 1]);
+    if (const Function* hook = m_current.load()) (*hook)(delta);
   }
-  // Installs `hook`, returns the previous one (a function doing nothing for
-  // the default).
+  // Installs `hook` and returns the previous one (a function doing nothing
+  // for the default). An empty hook is refused with std::bad_function_call
+  // and the previous one stays. Must not be called from inside a hook.
   Function Swap(Function hook);
 
  private:
   std::atomic<const Function*> m_current{nullptr};
+  std::atomic<unsigned> m_generation{0};
+  mutable std::atomic<long> m_readers[2] = {0, 0};
 };
 
 // Live entries in the maps, entries dead but not collected, bytes of text held.
