@@ -13,7 +13,7 @@ namespace StringPoolHooks {
 // One hook: null while the default (doing nothing) is in place, so the
 // common case costs one load. A reader that finds a function announces
 // itself in the reader count of the current generation before it loads the
-// function again and calls it. Swap publishes the new function, flips the
+// function again and calls it (see Call). Swap publishes the new function, flips the
 // generation and waits until the readers of the old generation are gone;
 // then no reader can still hold the old function, which is handed back to
 // the caller. Only the installed function is ever kept, however often hooks
@@ -24,12 +24,23 @@ class CounterHook {
 
   void Call(long long delta) const {
     if (!m_current.load(std::memory_order_acquire)) return;
-    // Leaves the reader count even when the hook throws.
+    // Joins the reader count of the generation in force. A reader that read
+    // the generation just before a swap flipped it counts itself again in
+    // the new one: a later swap waits only for the new one's count. The
+    // count is left even when the hook throws.
     struct Reader {
-      std::atomic<long>& count;
-      explicit Reader(std::atomic<long>& c) : count(c) { count.fetch_add(1); }
-      ~Reader() { count.fetch_sub(1, std::memory_order_release); }
-    } reader(m_readers[m_generation.load() & 1]);
+      std::atomic<long>* count;
+      explicit Reader(const CounterHook& hook) {
+        for (;;) {
+          const unsigned generation = hook.m_generation.load();
+          count = &hook.m_readers[generation & 1];
+          count->fetch_add(1);
+          if (hook.m_generation.load() == generation) return;
+          count->fetch_sub(1);
+        }
+      }
+      ~Reader() { count->fetch_sub(1, std::memory_order_release); }
+    } reader(*this);
     if (const Function* hook = m_current.load()) (*hook)(delta);
   }
   // Installs `hook` and returns the previous one (a function doing nothing
