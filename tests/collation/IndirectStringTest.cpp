@@ -170,6 +170,36 @@ TEST(IndirectStringTest, ADestroyedPoolLetsGoOfItsStringsAndTakesThemOffTheCount
   EXPECT_EQ(counters.bytes, 0);
 }
 
+TEST(IndirectStringTest, ADeadStringGivesItsTextBackBeforeAnyCollection) {
+  PoolUnderTest pool;
+  const Collation c(u"LEN_RUS");
+  constexpr size_t kTexts = 20 * 1024, kUnits = 512;  // 20 MiB of text
+  std::vector<IndirectString::Ptr> held;
+  held.reserve(kTexts);
+  std::u16string text(kUnits, u'x');
+  for (size_t i = 0; i < kTexts; ++i) {
+    for (size_t d = 0, n = i; d < 6; ++d, n /= 16) text[d] = static_cast<char16_t>(u'a' + n % 16);
+    held.push_back(IndirectString::Lookup(c, text.c_str()));
+  }
+  const size_t textBytes = kTexts * kUnits * sizeof(char16_t);
+  const size_t whileHeld = HeapInUse();
+  held.clear();
+  held.shrink_to_fit();
+  const size_t afterDeath = HeapInUse();
+  // Every entry is still in the pool, dead and not yet collected...
+  EXPECT_EQ(pool.pool().GetEntryCount(), kTexts);
+  EXPECT_EQ(pool.counters.weakEntries, static_cast<long long>(kTexts));
+  EXPECT_EQ(pool.counters.bytes, 0);
+  // ...but the texts are already gone.
+  ASSERT_LT(afterDeath, whileHeld);
+  EXPECT_GE(whileHeld - afterDeath, textBytes / 10 * 9);
+  EXPECT_EQ(pool.pool().ForceCollectAllGarbage(), kTexts);
+  EXPECT_EQ(pool.counters.weakEntries, 0);
+  // A text interned again after its string died is a new, whole string.
+  text[0] = u'a';
+  EXPECT_EQ(IndirectString::Lookup(c, text.c_str())->View(), text);
+}
+
 TEST(IndirectStringTest, AnEmptyHookIsRefusedWhenInstalledAndThePreviousHookStays) {
   PoolUnderTest pool;
   const Collation c(u"LEN_RUS");

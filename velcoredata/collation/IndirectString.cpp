@@ -1,27 +1,35 @@
 #include "velcoredata/collation/IndirectString.h"
 
 #include <cstring>
+#include <memory>
 #include <new>
 
 #include "velcoredata/core/internal/StringPoolHooks.h"
 #include "velcoredata/platform/LogicException.h"
 
-IndirectString* IndirectString::Create(const Collation* collation, const char16_t* text, int length,
+namespace {
+constexpr char16_t kEmptyText[1] = {0};
+}  // namespace
+
+IndirectString* IndirectString::Create(const Collation* collation, const char16_t* text, int length, uint64_t key,
                                        int32_t references, IndirectString* reuse) {
   const size_t textBytes = static_cast<size_t>(length) * sizeof(char16_t);
+  // Allocate everything first: a failure leaves `reuse` as it was.
+  std::unique_ptr<char16_t[]> copy;
+  if (length > 0) {
+    copy.reset(new char16_t[static_cast<size_t>(length) + 1]);
+    std::memcpy(copy.get(), text, textBytes);
+    copy[static_cast<size_t>(length)] = 0;
+  }
   void* memory;
   if (reuse) {
-    VEL_ASSERT(reuse->m_length == length);
     reuse->~IndirectString();
     memory = reuse;
   } else {
-    memory = ::operator new(sizeof(IndirectString) + textBytes + sizeof(char16_t));
+    memory = ::operator new(sizeof(IndirectString));
   }
-  auto* string = new (memory) IndirectString(collation, length);
+  auto* string = new (memory) IndirectString(collation, copy ? copy.release() : kEmptyText, length, key);
   string->m_refCount.store(1 + references, std::memory_order_relaxed);
-  auto* copy = reinterpret_cast<char16_t*>(string + 1);
-  if (textBytes) std::memcpy(copy, text, textBytes);
-  copy[length] = 0;
   return string;
 }
 
@@ -30,13 +38,22 @@ void IndirectString::Destroy(IndirectString* string) noexcept {
   ::operator delete(static_cast<void*>(string));
 }
 
+void IndirectString::FreeText() noexcept {
+  if (m_text != kEmptyText) delete[] m_text;
+  m_text = kEmptyText;
+  m_length = 0;
+}
+
 void IndirectString::LastReferencesGone(int32_t count) noexcept {
   if (count == 1 && !m_detached.load(std::memory_order_relaxed)) {
-    // Only the pool's reference is left: the string dies. Its memory stays
-    // with the pool until a lookup or a forced collection frees it, which
-    // happens only once the count is 0; this thread touches nothing after.
+    // Only the pool's reference is left: the string dies and gives its text
+    // back now. Nobody reads it any more (the pool reads texts only of
+    // strings it holds a reference to); the header stays with the pool
+    // until a lookup or a forced collection frees it, which happens only
+    // once the count is 0; this thread touches nothing after.
     StringPoolHooks::WeakEntries(1);
     StringPoolHooks::TotalBytes(-static_cast<long long>(TextBytes()));
+    FreeText();
     m_refCount.store(0, std::memory_order_release);
   } else if (count == 0) {
     Destroy(this);  // no longer in any map: the last user frees it

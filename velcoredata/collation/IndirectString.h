@@ -11,10 +11,13 @@
 // Lifetime: the pool that made a string keeps one reference of its own
 // besides its users'. The string is alive while its count is at least 2;
 // when the last user lets go (count 1) it dies: the statistics hooks hear of
-// it, its count drops to 0, and the pool frees it later, when a lookup in
-// its stripe walks over it or on ForceCollectAllGarbage. A dying string is
-// never revived: the pool takes a new reference only while the count is at
-// least 2. A string whose pool was destroyed is freed with its last user.
+// it, its text is freed at once (the text has an allocation of its own, so a
+// dead string holds only its small header), its count drops to 0, and the
+// pool frees the header later, when a lookup in its stripe walks over it or
+// on ForceCollectAllGarbage. A dying string is never revived: the pool takes
+// a new reference only while the count is at least 2, and reads a string's
+// text only while it holds one. A string whose pool was destroyed is freed
+// with its last user.
 //
 // Matching is exact on the text; collation-aware equality is operator==.
 // Thread-safety: the text and collation never change; counts and the
@@ -38,8 +41,9 @@ class VELCOREDATA_EXPORT IndirectString {
   // global pool (see IGlobalIndirectStringPool.h). Never null.
   static Ptr Lookup(const Collation& collation, const char16_t* text);
 
-  // The text, null-terminated, GetLength() code units.
-  const char16_t* GetText() const noexcept { return reinterpret_cast<const char16_t*>(this + 1); }
+  // The text, null-terminated, GetLength() code units (while the caller
+  // holds a reference).
+  const char16_t* GetText() const noexcept { return m_text; }
   int GetLength() const noexcept { return m_length; }
   std::u16string_view View() const noexcept { return {GetText(), static_cast<size_t>(m_length)}; }
   TString GetString() const { return TString(View()); }
@@ -78,14 +82,14 @@ class VELCOREDATA_EXPORT IndirectString {
  private:
   friend class WeakIndirectStringFactory;
 
-  IndirectString(const Collation* collation, int length) noexcept
-      : m_collation(collation), m_length(length) {}
-  ~IndirectString() = default;
+  IndirectString(const Collation* collation, const char16_t* text, int length, uint64_t key) noexcept
+      : m_text(text), m_key(key), m_collation(collation), m_length(length) {}
+  ~IndirectString() { FreeText(); }
 
   // A new string holding the pool's reference and `references` for the
-  // caller (count 1 + references). `reuse`, if given, is a collected string
-  // of the same length whose memory the new one takes over.
-  static IndirectString* Create(const Collation* collation, const char16_t* text, int length,
+  // caller (count 1 + references), stored under `key`. `reuse`, if given,
+  // is a collected string whose header the new one takes over.
+  static IndirectString* Create(const Collation* collation, const char16_t* text, int length, uint64_t key,
                                 int32_t references = 1, IndirectString* reuse = nullptr);
   static void Destroy(IndirectString* string) noexcept;
   // `references` new references (1 or 2, taken in one step) if the string is
@@ -110,11 +114,17 @@ class VELCOREDATA_EXPORT IndirectString {
   // The pool lets go of the string for good (the pool is being destroyed).
   void Detach() noexcept;
   size_t TextBytes() const noexcept { return static_cast<size_t>(m_length) * sizeof(char16_t); }
+  // The key the pool stores the string under (a function of the text), for
+  // the pool to tell entries apart without reading their texts.
+  uint64_t Key() const noexcept { return m_key; }
+  // Frees the text; the string reads as empty after.
+  void FreeText() noexcept;
 
   std::atomic<int32_t> m_refCount{2};
   mutable std::atomic<uint32_t> m_hash{0};
+  const char16_t* m_text;  // its own allocation, or a shared empty text
+  uint64_t m_key;
   const Collation* m_collation;
   int32_t m_length;
   std::atomic<bool> m_detached{false};
-  // The text follows the object in the same allocation.
 };

@@ -4,10 +4,8 @@
 #include <new>
 #include <utility>
 
-#include "velcoredata/collation/internal/GlobalPoolAccess.h"
 #include "velcoredata/collation/internal/ShortText.h"
 #include "velcoredata/core/internal/StringPoolHooks.h"
-#include "velcoredata/platform/THash.h"
 
 namespace {
 
@@ -17,22 +15,14 @@ bool SameText(const IndirectString& string, const char16_t* text, int length) no
   return string.GetLength() == length && ShortText::Equal(string.GetText(), text, static_cast<size_t>(length));
 }
 
-// Whether `string` is stored under `key`, the key of `text`. The key is a
-// function of the text, so equal texts answer at once; a different text
-// under the same tag (rare) has its key computed again.
-bool HasKey(const IndirectString& string, uint64_t key, const char16_t* text, int length) noexcept {
-  if (SameText(string, text, length)) return true;
-  return GlobalPoolAccess::HashOf(string.GetText(), string.GetLength()).high == key;
-}
-
-// A string of `length` code units collected by this lookup, whose memory a
-// new string may take over, or null. Interning a text again after it died
-// collects its dead entry on the way, so a new string usually finds one:
-// the allocator is spared a free and an allocation, and the memory is
-// already in cache. Its list entry becomes null (see GarbageList).
-IndirectString* TakeReusable(WeakIndirectStringFactory::GarbageList& garbage, int length) noexcept {
+// A string collected by this lookup, whose header a new string may take
+// over, or null. Interning a text again after it died collects its dead
+// entry on the way, so a new string usually finds one: the allocator is
+// spared a free and an allocation, and the memory is already in cache. Its
+// list entry becomes null (see GarbageList).
+IndirectString* TakeReusable(WeakIndirectStringFactory::GarbageList& garbage) noexcept {
   for (auto it = garbage.rbegin(); it != garbage.rend(); ++it) {
-    if (*it && (*it)->GetLength() == length) return std::exchange(*it, nullptr);
+    if (*it) return std::exchange(*it, nullptr);
   }
   return nullptr;
 }
@@ -100,16 +90,24 @@ IndirectString::Ptr WeakIndirectStringFactory::Lookup(const Collation* collation
 
 IndirectString* WeakIndirectStringFactory::LookupImpl(const Collation* collation, const char16_t* text, int length,
                                                       uint64_t key, GarbageList& garbage, int32_t references) {
+  // A string's text may be read only under a reference (a dying string
+  // frees it), so the key and collation decide first, then a reference is
+  // taken, then the text confirms; a string that proves different (a rare
+  // 64-bit key collision) gets its references back.
   const auto matches = [&](IndirectString* string) {
-    return string->m_collation == collation && SameText(*string, text, length) &&
-           string->TryAddRefIfAlive(references);
+    if (string->Key() != key || string->m_collation != collation || !string->TryAddRefIfAlive(references)) {
+      return false;
+    }
+    if (SameText(*string, text, length)) return true;
+    for (int32_t r = 0; r < references; ++r) string->RemoveReference();
+    return false;
   };
   const uint32_t tags = m_tags.load(std::memory_order_relaxed);
   for (int k = 0; k < kInline; ++k) {
     IndirectString* string = Inline(k);
     if (!string || TagAt(tags, k) != Tag(key)) continue;
     if (string->IsDead()) {
-      if (HasKey(*string, key, text, length)) {
+      if (string->Key() == key) {
         garbage.push_back(string);
         SetInline(k, 0, nullptr);
       }
@@ -141,7 +139,7 @@ IndirectString* WeakIndirectStringFactory::LookupImpl(const Collation* collation
   const int freeSlot = FreeInlineSlot();
   if (freeSlot < 0) ReserveOverflow();
   IndirectString* created =
-      IndirectString::Create(collation, text, length, references, TakeReusable(garbage, length));
+      IndirectString::Create(collation, text, length, key, references, TakeReusable(garbage));
   try {
     StringPoolHooks::Entries(1);
     StringPoolHooks::TotalBytes(static_cast<long long>(length) * 2);
