@@ -10,6 +10,8 @@
 #include <unicode/uloc.h>
 
 #include <algorithm>
+#include <map>
+#include <sstream>
 #include <set>
 #include <string>
 #include <vector>
@@ -319,3 +321,28 @@ TEST(TLocaleTest, IcuUtilitiesTranslateWeekdaysAndFoldCase) {
 }
 
 }  // namespace
+
+// Every default pattern any LCID of the language table yields, in every
+// style, has a legacy form.
+TEST(TLocaleTest, LegacyPatternsCoverEveryDefaultPatternOfTheLanguageTable) {
+  using Spec = ICUUtils::DefaultDateTimeFormatSpec;
+  std::map<std::string, std::string> missing;  // pattern -> an LCID that gives it
+  std::set<std::string> seen;
+  for (uint32_t lcid = 1; lcid <= 0xFFFF; ++lcid) {
+    if (lcid == LanguageUtils::kUserDefaultLCID || lcid == LanguageUtils::kSystemDefaultLCID) continue;
+    if (lcid != LanguageUtils::kEnglishLCID && LanguageUtils::GetLocaleForLCID(lcid) == "en") continue;
+    for (Spec spec : {Spec::LongDate, Spec::ShortDate, Spec::LongTime, Spec::ShortDateLongTime, Spec::ShortTime}) {
+      const TString icu = TLocale::GetLocaleFormatAsICU(spec, lcid);
+      seen.insert(Utf8(icu));
+      try {
+        TLocale::GetLegacyFormatFromICU(icu);
+      } catch (const VelmoraLogicException&) {
+        std::ostringstream where;
+        where << std::hex << lcid << " spec " << static_cast<int>(spec);
+        missing.emplace(Utf8(icu), where.str());
+      }
+    }
+  }
+  for (const auto& [pattern, where] : missing) ADD_FAILURE() << "no legacy form for \"" << pattern << "\" (" << where << ")";
+  EXPECT_GT(seen.size(), 100u);  // the walk did reach the language table
+}
