@@ -5,6 +5,7 @@
 #include <QDateTime>
 
 #include <string>
+#include <tuple>
 
 #include <gtest/gtest.h>
 
@@ -76,7 +77,7 @@ TEST(TLocaleParseTest, DefaultLocaleReadsItsOwnFormsAndIso8601) {
                             {u"20200105T103000", Value(2020, 1, 5, 10, 30)},
                             {u"20200105", Value(2020, 1, 5)},
                             {u"2020-005", Value(2020, 1, 5)},
-                            {u"2020-12", Value(2020, 12, 30)},  // the day of the reference
+                            {u"2020-12", Value(2020, 12, 1)},  // a month without its day: the first
                             {u"2020-W02-7", Value(2020, 1, 12)},
                             {u"2020-W53-7", Value(2021, 1, 3)},
                             {u"  \t2020-01-05 \u00A0", Value(2020, 1, 5)},
@@ -146,22 +147,30 @@ TEST(TLocaleParseTest, OptionsLimitThePartsATextMayCarry) {
                Options::None);
 }
 
-TEST(TLocaleParseTest, AReferenceSuppliesTheMissingDateFields) {
+TEST(TLocaleParseTest, AReferenceSuppliesTheMissingFieldsAndTheTimeOfDay) {
   const TLocale english(0x409);
   const unsigned long long reference = Value(2021, 3, 4, 13, 14, 15);
-  const std::pair<const char16_t*, unsigned long long> cases[] = {
-      {u"10:30", Value(2021, 3, 4, 10, 30)},
-      {u"Jan 5", Value(2021, 1, 5)},
-      {u"2/7", Value(2021, 2, 7)},
-      // A text with a date keeps midnight: the reference's time is not used.
-      {u"2020-01-05", Value(2020, 1, 5)},
+  const unsigned long long endOfJanuary = Value(2021, 1, 31, 8, 0, 0);
+  const std::tuple<const char16_t*, unsigned long long, unsigned long long> cases[] = {
+      {u"10:30", reference, Value(2021, 3, 4, 10, 30)},
+      // A text without a time of day takes the reference's.
+      {u"Jan 5", reference, Value(2021, 1, 5, 13, 14, 15)},
+      {u"2/7", reference, Value(2021, 2, 7, 13, 14, 15)},
+      {u"2020-01-05", reference, Value(2020, 1, 5, 13, 14, 15)},
+      // A month without its day takes the reference's day, moved back to
+      // the month's end where the month is shorter.
+      {u"March 2021", reference, Value(2021, 3, 4, 13, 14, 15)},
+      {u"February 2021", endOfJanuary, Value(2021, 2, 28, 8)},
+      {u"April 2021", endOfJanuary, Value(2021, 4, 30, 8)},
   };
-  for (const auto& [text, expected] : cases) {
+  for (const auto& [text, from, expected] : cases) {
     unsigned long long value = 0;
-    ASSERT_TRUE(english.ParseDateTimeTryAllFormats(text, reference, &value, Options::DateAndTime))
+    ASSERT_TRUE(english.ParseDateTimeTryAllFormats(text, from, &value, Options::DateAndTime))
         << TString(text).toUtf8();
     EXPECT_EQ(Show(value), Show(expected)) << TString(text).toUtf8();
   }
+  // Without a reference a month without its day is its first day, at midnight.
+  ExpectParses(english, {{u"March 2021", Value(2021, 3, 1)}, {u"February 2021", Value(2021, 2, 1)}});
   // An invalid reference is read as the day of no date.
   unsigned long long value = 0;
   ASSERT_TRUE(english.ParseDateTimeTryAllFormats(u"10:30", 0, &value, Options::DateAndTime));

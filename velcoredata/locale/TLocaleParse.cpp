@@ -65,6 +65,8 @@ TLocale::ParseTraits TraitsOf(const TString& pattern) {
   static const TString dateLetters(u"GyYuUrQqMLlwWdDFgEec");
   static const TString timeLetters(u"aBbhHkKmsSAjJC");
   static const TString zoneLetters(u"zZOvVXx");
+  static const TString dayLetters(u"dDEecFwWg");
+  static const TString monthLetters(u"MLDwWg");
   TLocale::ParseTraits traits;
   int previousEnd = -1;
   bool previousNumeric = false;
@@ -79,6 +81,8 @@ TLocale::ParseTraits TraitsOf(const TString& pattern) {
     if (dateLetters.contains(c)) traits.parts = traits.parts | Options::Date;
     if (timeLetters.contains(c)) traits.parts = traits.parts | Options::Time;
     if (zoneLetters.contains(c)) traits.hasZone = true;
+    if (dayLetters.contains(c)) traits.hasDay = true;
+    if (monthLetters.contains(c)) traits.hasMonth = true;
     if (c == u'w') traits.isoWeeks = true;
     const bool numeric = IsNumericField(c, count);
     // Numeric fields that abut ("yyyyMMdd") share one run of digits.
@@ -151,6 +155,10 @@ TString RelaxForParsing(const TString& pattern) {
   return relaxed;
 }
 
+bool IsValidValue(unsigned long long value) noexcept {
+  return value - 1518552576000000ull < 3124137599990001ull;
+}
+
 bool Allows(Options options, Options parts) noexcept {
   // A candidate is allowed when every part it carries is asked for.
   return parts != Options::None && (parts & options) == parts;
@@ -179,7 +187,18 @@ struct Attempt {
   const icu::UnicodeString& text;
   ReferenceFields reference;
   bool whole;  // the whole text must be consumed
+  // Whether the caller gave a reference (not the default, the OLE epoch),
+  // and its time of day in units.
+  bool hasReference = false;
+  unsigned long long referenceTimeOfDay = 0;
 };
+
+Attempt MakeAttempt(const icu::UnicodeString& text, bool whole, unsigned long long reference) {
+  Attempt attempt{text, {}, whole};
+  attempt.hasReference = reference != kOLEEpochValue;
+  attempt.referenceTimeOfDay = reference % kUnitsPerDay;
+  return attempt;
+}
 
 // One parse of the text with one format, on the shared parse calendar.
 bool ParseWith(const VelICU::ICUSimpleDateFormat& format, const TLocale::ParseTraits& traits, const Attempt& attempt,
@@ -191,19 +210,35 @@ bool ParseWith(const VelICU::ICUSimpleDateFormat& format, const TLocale::ParseTr
   // its own: ICU resolves a date from the most recently set fields, so a
   // weekday after the date ("5. Januar 2020, Sonntag") cannot outvote it as it
   // would against a calendar whose fields all come from one instant.
+  // A date without its day ("March 2021") is the first of the month, or
+  // the reference's day moved back to the month's end ("February 2021"
+  // from the 30th is the 28th); the day is set to 1 for the parse so that
+  // the reference's day cannot make the month invalid. Without a reference
+  // a date without its month is in January.
+  const bool dateWithoutDay = (traits.parts & Options::Date) == Options::Date && !traits.hasDay;
+  const bool dateWithoutMonth = (traits.parts & Options::Date) == Options::Date && !traits.hasMonth;
   calendar.clear();
   calendar.set(UCAL_ERA, attempt.reference.era);
   calendar.set(UCAL_YEAR, attempt.reference.year);
-  calendar.set(UCAL_MONTH, attempt.reference.month);
-  calendar.set(UCAL_DATE, attempt.reference.day);
+  calendar.set(UCAL_MONTH, dateWithoutMonth && !attempt.hasReference ? 0 : attempt.reference.month);
+  calendar.set(UCAL_DATE, dateWithoutDay ? 1 : attempt.reference.day);
   icu::ParsePosition position(0);
   format.parse(attempt.text, calendar, position);
   bool ok = position.getErrorIndex() < 0 && position.getIndex() > 0 &&
             (!attempt.whole || position.getIndex() == attempt.text.length());
   UErrorCode status = U_ZERO_ERROR;
+  if (ok && dateWithoutDay && attempt.hasReference) {
+    const int32_t lastDay = calendar.getActualMaximum(UCAL_DATE, status);
+    calendar.set(UCAL_DATE, std::min(attempt.reference.day, lastDay));
+  }
   const double udate = ok ? calendar.getTime(status) : 0.0;
   if (traits.hasZone) calendar.setTimeZone(*icu::TimeZone::getGMT());
   if (!ok || U_FAILURE(status) || !LocaleInternal::UDateToValue(udate, value)) return false;
+  // A date without a time of day takes the reference's.
+  if ((traits.parts & Options::Time) != Options::Time) {
+    value += attempt.referenceTimeOfDay;
+    if (!IsValidValue(value)) return false;
+  }
   consumed = position.getIndex();
   return true;
 }
@@ -247,10 +282,6 @@ TString PrepareText(const char16_t* begin, const char16_t* end, int& skipped) {
   TString text(first, static_cast<int>(last - first));
   ICUUtils::NormalizeSpaces(text);
   return text;
-}
-
-bool IsValidValue(unsigned long long value) noexcept {
-  return value - 1518552576000000ull < 3124137599990001ull;
 }
 
 }  // namespace
@@ -337,7 +368,7 @@ bool TLocale::ParseText(const char16_t* begin, const char16_t* end, unsigned lon
   AutoSynchronize parsing(m_parseMutex);
   ++m_parseAttempts;
   ParseFormats& formats = GetParseFormats();
-  Attempt attempt{utext, {}, stop == nullptr};
+  Attempt attempt = MakeAttempt(utext, stop == nullptr, reference);
   if (!ReadReferenceFields(*m_parseCalendar, reference, attempt.reference)) return false;
   unsigned long long parsed = 0;
   int consumed = 0;
@@ -459,7 +490,7 @@ bool TLocale::ParseDateTime(const TString& text, const TString& pattern, DateTim
   AutoSynchronize parsing(m_parseMutex);
   ++m_parseAttempts;
   const ParseFormats& formats = GetParseFormats();
-  Attempt attempt{utext, {}, true};
+  Attempt attempt = MakeAttempt(utext, true, kOLEEpochValue);
   if (!ReadReferenceFields(*m_parseCalendar, kOLEEpochValue, attempt.reference)) return false;
   unsigned long long parsed = 0;
   int consumed = 0;

@@ -25,6 +25,11 @@ struct TLocale::ParseTraits {
   // The pattern reads a zone or offset, which ICU sets on the calendar: the
   // calendar goes back to UTC afterwards.
   bool hasZone = false;
+  // The pattern names the day (day of month or year, weekday, week) and the
+  // month (or something that fixes it); a date pattern without them takes
+  // them from the reference, or the first day and month when there is none.
+  bool hasDay = false;
+  bool hasMonth = false;
   // The runs of digits a text needs at least: one per numeric field, or per
   // group of abutting numeric fields.
   int digitRuns = 0;
